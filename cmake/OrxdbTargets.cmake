@@ -1,0 +1,27 @@
+# Shared by every target of the project: the include root, warnings and sanitizers.
+add_library(orxdb_options INTERFACE)
+target_include_directories(orxdb_options INTERFACE ${PROJECT_SOURCE_DIR})
+target_compile_options(orxdb_options INTERFACE
+  -Wall -Wextra -Wpedantic -Wconversion -Wshadow -Werror)
+if(ORXDB_SANITIZE)
+  target_compile_options(orxdb_options INTERFACE
+    -fsanitize=address,undefined -fno-sanitize-recover=undefined -fno-omit-frame-pointer)
+  target_link_options(orxdb_options INTERFACE -fsanitize=address,undefined)
+endif()
+
+# orxdb_part(name SOURCES... [LINK libs...]): one folder of the component as a static library.
+function(orxdb_part name)
+  cmake_parse_arguments(PART "" "" "LINK" ${ARGN})
+  add_library(${name} STATIC ${PART_UNPARSED_ARGUMENTS})
+  target_link_libraries(${name} PUBLIC orxdb_options ${PART_LINK})
+endfunction()
+
+# orxdb_test(name SOURCES... [LINK libs...] [ENVIRONMENT vars...]): a GoogleTest program, its
+# cases registered with CTest one by one.
+function(orxdb_test name)
+  cmake_parse_arguments(TEST "" "" "LINK;ENVIRONMENT" ${ARGN})
+  add_executable(${name} ${TEST_UNPARSED_ARGUMENTS})
+  target_link_libraries(${name} PRIVATE orxdb_options ${TEST_LINK} GTest::gmock GTest::gtest_main)
+  gtest_discover_tests(${name} DISCOVERY_TIMEOUT 60
+    PROPERTIES TIMEOUT 300 ENVIRONMENT "${TEST_ENVIRONMENT}")
+endfunction()
