@@ -1,0 +1,53 @@
+#include "platform/framework/Library.h"
+
+#include <dlfcn.h>
+#include <utility>
+
+#include "platform/framework/ExecutablePath.h"
+
+namespace orxdb {
+
+Library::Library(Library&& other) noexcept
+    : m_handle(other.Detach()), m_message(std::move(other.m_message)) {}
+
+Library& Library::operator=(Library&& other) noexcept {
+  if (this != &other) {
+    Free();
+    m_handle = other.Detach();
+    m_message = std::move(other.m_message);
+  }
+  return *this;
+}
+
+Library::~Library() {
+  Free();
+}
+
+Library Library::Load(const std::string& name) {
+  Library library;
+  // The system takes an empty name for the program itself.
+  if (name.empty()) {
+    library.m_message = "no library name";
+    return library;
+  }
+  library.m_handle = dlopen(NativePath(name).c_str(), RTLD_NOW | RTLD_LOCAL);
+  if (!library.m_handle) {
+    const char* message = dlerror();
+    library.m_message = message ? message : "cannot load " + name;
+  }
+  return library;
+}
+
+void* Library::FindSymbol(const char* name) const noexcept {
+  return m_handle ? dlsym(m_handle, name) : nullptr;
+}
+
+void Library::Free() noexcept {
+  if (void* handle = Detach()) dlclose(handle);
+}
+
+void* Library::Detach() noexcept {
+  return std::exchange(m_handle, nullptr);
+}
+
+}  // namespace orxdb
