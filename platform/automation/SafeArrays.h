@@ -12,8 +12,7 @@
 extern "C" {
 
 /// An array of `dimensions` bounds (leftmost first), every element zero or empty. Null for an
-/// impossible element type, a size beyond 4 GB elements or memory, or bounds that leave the range
-/// of LONG.
+/// impossible element type, data beyond 4 GB or the memory, or bounds that leave the range of LONG.
 AUTOMATION_API SAFEARRAY* SafeArrayCreate(VARTYPE type, UINT dimensions,
                                           const SAFEARRAYBOUND* bounds);
 
@@ -31,7 +30,8 @@ AUTOMATION_API HRESULT SafeArrayAllocDescriptorEx(VARTYPE type, UINT dimensions,
 /// Allocates zeroed data for a descriptor filled in before.
 AUTOMATION_API HRESULT SafeArrayAllocData(SAFEARRAY* array);
 
-/// Frees the descriptor and, unless data remains allocated, nothing else; null is harmless.
+/// Frees the descriptor; data of its own block (a vector's) goes with it, other data stays the
+/// caller's. Null is harmless.
 AUTOMATION_API HRESULT SafeArrayDestroyDescriptor(SAFEARRAY* array);
 
 /// Frees what the elements own and the data (static data is only emptied).
