@@ -1,0 +1,182 @@
+#include "platform/automation/ClassFiles.h"
+
+#include <algorithm>
+#include <charconv>
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <system_error>
+#include <utility>
+
+namespace orxdb {
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr std::size_t kMostBytes = 64 * 1024;
+constexpr std::string_view kExtension = ".class";
+constexpr std::string_view kSubfolder = "/automation/classes.d";
+
+constexpr std::pair<std::string_view, std::string ClassFile::*> kTextKeys[] = {
+    {"ProgId", &ClassFile::progId},
+    {"VersionIndependentProgId", &ClassFile::versionIndependentProgId},
+    {"Description", &ClassFile::description},
+    {"Library", &ClassFile::library},
+    {"ThreadingModel", &ClassFile::threadingModel},
+    {"TypeLibrary", &ClassFile::typeLibrary},
+};
+
+std::string_view Trim(std::string_view text) {
+  constexpr std::string_view kBlanks = " \t\r";
+  text.remove_prefix(std::min(text.find_first_not_of(kBlanks), text.size()));
+  return text.substr(0, text.find_last_not_of(kBlanks) + 1);
+}
+
+/// Cuts the part before the next `separator` off the front of `rest`.
+std::string_view NextPart(std::string_view& rest, char separator) {
+  const std::size_t length = std::min(rest.find(separator), rest.size());
+  const std::string_view part = rest.substr(0, length);
+  rest.remove_prefix(std::min(length + 1, rest.size()));
+  return part;
+}
+
+/// The parts of a colon-separated list that are not empty.
+std::vector<std::string> SplitFolders(std::string_view list) {
+  std::vector<std::string> folders;
+  while (!list.empty()) {
+    const std::string_view folder = NextPart(list, ':');
+    if (!folder.empty()) folders.emplace_back(folder);
+  }
+  return folders;
+}
+
+std::string_view Environment(const char* name) {
+  const char* value = std::getenv(name);
+  return value ? value : "";
+}
+
+bool IsAbsolute(std::string_view path) {
+  return path.starts_with('/');
+}
+
+/// The whole file, nothing when it is not a plain file of reasonable size.
+std::optional<std::string> ReadSmallFile(const fs::path& path) {
+  std::error_code error;
+  // Never open a pipe or a device: reading could wait for ever.
+  if (!fs::is_regular_file(path, error)) return std::nullopt;
+  std::ifstream stream(path, std::ios::binary);
+  std::string text(kMostBytes + 1, '\0');
+  stream.read(text.data(), static_cast<std::streamsize>(text.size()));
+  text.resize(static_cast<std::size_t>(stream.gcount()));
+  if (stream.bad() || text.size() > kMostBytes) return std::nullopt;
+  return text;
+}
+
+/// The class files of a folder in the order of their names; none when it cannot be read.
+std::vector<fs::path> ListFolder(const std::string& folder) {
+  std::vector<fs::path> files;
+  std::error_code error;
+  for (fs::directory_iterator entry(folder, error), end; !error && entry != end;
+       entry.increment(error)) {
+    if (entry->path().extension() == kExtension) files.push_back(entry->path());
+  }
+  std::sort(files.begin(), files.end());
+  return files;
+}
+
+/// Stores one "key = value" line; false when it is none or its value is refused.
+bool ReadEntry(std::string_view line, ClassFile& file, bool& hasId) {
+  if (line.find('=') == std::string_view::npos) return false;
+  const std::string_view key = Trim(NextPart(line, '='));
+  const std::string_view value = Trim(line);
+  if (EqualNoCase(key, "ClassId")) {
+    const std::optional<GUID> id = ParseGuid(value);
+    if (!id) return false;
+    file.clsid = *id;
+    hasId = true;
+    return true;
+  }
+  for (const auto& [name, member] : kTextKeys) {
+    if (EqualNoCase(key, name)) file.*member = value;
+  }
+  return true;
+}
+
+}  // namespace
+
+bool EqualNoCase(std::string_view left, std::string_view right) {
+  const auto lower = [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c + 32) : c; };
+  return std::equal(left.begin(), left.end(), right.begin(), right.end(),
+                    [&](char a, char b) { return lower(a) == lower(b); });
+}
+
+std::optional<GUID> ParseGuid(std::string_view text) {
+  constexpr std::string_view kForm = "{XXXXXXXX-XXXX-XXXX-XXXX-XXXXXXXXXXXX}";
+  if (text.size() != kForm.size()) return std::nullopt;
+  for (std::size_t i = 0; i < kForm.size(); ++i) {
+    if (kForm[i] != 'X' && text[i] != kForm[i]) return std::nullopt;
+  }
+  bool valid = true;
+  const auto read = [&](std::size_t position, std::size_t length, auto& value) {
+    const char* end = text.data() + position + length;
+    const auto [behind, error] = std::from_chars(text.data() + position, end, value, 16);
+    valid = valid && error == std::errc() && behind == end;
+  };
+  GUID guid{};
+  read(1, 8, guid.Data1);
+  read(10, 4, guid.Data2);
+  read(15, 4, guid.Data3);
+  for (std::size_t i = 0; i < 8; ++i) read(i < 2 ? 20 + 2 * i : 21 + 2 * i, 2, guid.Data4[i]);
+  return valid ? std::optional(guid) : std::nullopt;
+}
+
+std::optional<ClassFile> ParseClassFile(std::string_view text) {
+  if (text.find('\0') != std::string_view::npos) return std::nullopt;
+  enum class Part { Before, Inside, Behind } part = Part::Before;
+  ClassFile file;
+  bool hasId = false;
+  while (!text.empty()) {
+    const std::string_view line = Trim(NextPart(text, '\n'));
+    if (line.empty() || line[0] == '#' || line[0] == ';') continue;
+    if (part == Part::Before && EqualNoCase(line, "[Class]")) {
+      part = Part::Inside;
+    } else if (part == Part::Inside && EqualNoCase(line, "[End]")) {
+      part = Part::Behind;
+    } else if (part != Part::Inside || !ReadEntry(line, file, hasId)) {
+      return std::nullopt;
+    }
+  }
+  if (part != Part::Behind || !hasId || !IsAbsolute(file.library)) return std::nullopt;
+  return file;
+}
+
+std::vector<std::string> ClassFolders() {
+  if (const char* own = std::getenv("AUTOMATION_CLASS_PATH")) return SplitFolders(own);
+
+  std::vector<std::string> folders;
+  const auto add = [&](std::string folder) {
+    // Relative folders would mean another place in every program.
+    if (IsAbsolute(folder)) folders.push_back(std::move(folder.append(kSubfolder)));
+  };
+  const std::string_view home = Environment("XDG_DATA_HOME");
+  add(home.empty() ? std::string(Environment("HOME")) + "/.local/share" : std::string(home));
+  const std::string_view shared = Environment("XDG_DATA_DIRS");
+  for (std::string& folder :
+       SplitFolders(shared.empty() ? "/usr/local/share:/usr/share" : shared)) {
+    add(std::move(folder));
+  }
+  return folders;
+}
+
+std::optional<ClassFile> FindClass(const std::function<bool(const ClassFile&)>& matches) {
+  for (const std::string& folder : ClassFolders()) {
+    for (const fs::path& path : ListFolder(folder)) {
+      const std::optional<std::string> text = ReadSmallFile(path);
+      std::optional<ClassFile> file = text ? ParseClassFile(*text) : std::nullopt;
+      if (file && matches(*file)) return file;
+    }
+  }
+  return std::nullopt;
+}
+
+}  // namespace orxdb

@@ -1,0 +1,41 @@
+// The class files that tell which library holds a class; ClassObject.h describes their form.
+#pragma once
+
+#include <functional>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "platform/automation/Guid.h"
+
+namespace orxdb {
+
+/// What a class file says. Texts are as written, empty where the file has none; only `clsid` and
+/// `library` are sure to be there.
+struct ClassFile {
+  CLSID clsid{};
+  std::string progId;
+  std::string versionIndependentProgId;
+  std::string description;
+  std::string library;
+  std::string threadingModel;
+  std::string typeLibrary;
+};
+
+/// Reads the text of a class file; nothing when it is not a whole, valid one.
+std::optional<ClassFile> ParseClassFile(std::string_view text);
+
+/// The folders to search, in order.
+std::vector<std::string> ClassFolders();
+
+/// The first class that `matches`, nothing when there is none.
+std::optional<ClassFile> FindClass(const std::function<bool(const ClassFile&)>& matches);
+
+/// Reads "{8-4-4-4-12 hexadecimal digits}".
+std::optional<GUID> ParseGuid(std::string_view text);
+
+/// Compares ASCII letters without regard to case.
+bool EqualNoCase(std::string_view left, std::string_view right);
+
+}  // namespace orxdb

@@ -1,0 +1,188 @@
+#include "platform/automation/Dates.h"
+
+#include <algorithm>
+#include <charconv>
+#include <chrono>
+#include <cmath>
+
+namespace {
+
+using std::chrono::sys_days;
+using std::chrono::year_month_day;
+
+constexpr sys_days kDayZero =
+    std::chrono::year(1899) / std::chrono::December / std::chrono::day(30);
+constexpr int kFirstYear = 100;
+constexpr int kLastYear = 9999;
+constexpr int kSecondsPerDay = 86400;
+
+constexpr LONG DayNumber(year_month_day day) {
+  return static_cast<LONG>((sys_days(day) - kDayZero).count());
+}
+constexpr LONG kFirstDay =
+    DayNumber(std::chrono::year(kFirstYear) / std::chrono::January / std::chrono::day(1));
+constexpr LONG kLastDay =
+    DayNumber(std::chrono::year(kLastYear) / std::chrono::December / std::chrono::day(31));
+
+/// A day and the seconds since its midnight. Before day zero the fraction of a date still counts
+/// forward from midnight, so it is taken off the whole days.
+DATE Join(LONG day, double seconds) {
+  const double time = seconds / kSecondsPerDay;
+  return day < 0 ? day - time : day + time;
+}
+
+bool DayFromParts(int year, unsigned month, unsigned day, LONG& number) {
+  const year_month_day date{std::chrono::year(year), std::chrono::month(month),
+                            std::chrono::day(day)};
+  if (year < kFirstYear || year > kLastYear || !date.ok()) return false;
+  number = DayNumber(date);
+  return true;
+}
+
+/// Reads text from its front; every step is false, and takes nothing, where the text is another.
+class Reader {
+ public:
+  explicit Reader(std::string_view text) : m_at(text.data()), m_end(m_at + text.size()) {}
+
+  bool AtEnd() const { return m_at == m_end; }
+  bool Take(char expected) {
+    if (AtEnd() || *m_at != expected) return false;
+    ++m_at;
+    return true;
+  }
+  /// A number of `fewest` to `most` digits.
+  bool Digits(int fewest, int most, unsigned& value) {
+    const char* limit = m_at + std::min<std::ptrdiff_t>(most, m_end - m_at);
+    const auto [behind, error] = std::from_chars(m_at, limit, value);
+    if (error != std::errc() || behind - m_at < fewest) return false;
+    m_at = behind;
+    return true;
+  }
+  /// The digits behind a full stop as a part of 1.
+  bool Fraction(double& value) {
+    double scale = 1;
+    const char* start = m_at;
+    for (value = 0; m_at != m_end && *m_at >= '0' && *m_at <= '9'; ++m_at) {
+      scale /= 10;
+      value += (*m_at - '0') * scale;
+    }
+    return m_at != start;
+  }
+
+ private:
+  const char* m_at;
+  const char* m_end;
+};
+
+bool ReadDay(Reader& reader, LONG& day) {
+  unsigned year = 0;
+  unsigned month = 0;
+  unsigned monthDay = 0;
+  return reader.Digits(4, 4, year) && reader.Take('-') && reader.Digits(1, 2, month) &&
+         reader.Take('-') && reader.Digits(1, 2, monthDay) &&
+         DayFromParts(static_cast<int>(year), month, monthDay, day);
+}
+
+bool ReadTime(Reader& reader, double& seconds) {
+  unsigned hour = 0;
+  unsigned minute = 0;
+  unsigned second = 0;
+  double fraction = 0;
+  if (!reader.Digits(1, 2, hour) || !reader.Take(':') || !reader.Digits(2, 2, minute)) return false;
+  if (reader.Take(':')) {
+    if (!reader.Digits(2, 2, second)) return false;
+    if (reader.Take('.') && !reader.Fraction(fraction)) return false;
+  }
+  seconds = hour * 3600 + minute * 60 + second + fraction;
+  return hour < 24 && minute < 60 && second < 60;
+}
+
+/// Writes `value` in `width` digits and moves behind it.
+void WriteDigits(char*& at, unsigned value, int width) {
+  for (int i = width; i-- > 0; value /= 10) at[i] = static_cast<char>('0' + value % 10);
+  at += width;
+}
+
+}  // namespace
+
+INT SystemTimeToVariantTime(const SYSTEMTIME* parts, DATE* date) {
+  LONG day = 0;
+  if (!parts || !date || parts->wHour > 23 || parts->wMinute > 59 || parts->wSecond > 59 ||
+      !DayFromParts(parts->wYear, parts->wMonth, parts->wDay, day)) {
+    return 0;
+  }
+  *date = Join(day, parts->wHour * 3600 + parts->wMinute * 60 + parts->wSecond);
+  return 1;
+}
+
+INT VariantTimeToSystemTime(DATE date, SYSTEMTIME* parts) {
+  if (!parts || !(date > kFirstDay - 1.0 && date < kLastDay + 1.0)) return 0;
+  const double whole = std::trunc(date);
+  auto day = static_cast<LONG>(whole);
+  auto seconds = static_cast<int>(std::lround(std::fabs(date - whole) * kSecondsPerDay));
+  if (seconds == kSecondsPerDay) {
+    seconds = 0;
+    ++day;
+  }
+  if (day < kFirstDay || day > kLastDay) return 0;
+
+  const sys_days days = kDayZero + std::chrono::days(day);
+  const year_month_day calendar(days);
+  parts->wYear = static_cast<WORD>(static_cast<int>(calendar.year()));
+  parts->wMonth = static_cast<WORD>(static_cast<unsigned>(calendar.month()));
+  parts->wDay = static_cast<WORD>(static_cast<unsigned>(calendar.day()));
+  parts->wDayOfWeek = static_cast<WORD>(std::chrono::weekday(days).c_encoding());
+  parts->wHour = static_cast<WORD>(seconds / 3600);
+  parts->wMinute = static_cast<WORD>(seconds / 60 % 60);
+  parts->wSecond = static_cast<WORD>(seconds % 60);
+  parts->wMilliseconds = 0;
+  return 1;
+}
+
+namespace orxdb {
+
+std::size_t FormatDate(DATE date, DateText& text) noexcept {
+  SYSTEMTIME parts{};
+  text[0] = '\0';
+  if (!VariantTimeToSystemTime(date, &parts)) return 0;
+  char* at = text.data();
+  WriteDigits(at, parts.wYear, 4);
+  *at++ = '-';
+  WriteDigits(at, parts.wMonth, 2);
+  *at++ = '-';
+  WriteDigits(at, parts.wDay, 2);
+  if (parts.wHour || parts.wMinute || parts.wSecond) {
+    *at++ = ' ';
+    WriteDigits(at, parts.wHour, 2);
+    *at++ = ':';
+    WriteDigits(at, parts.wMinute, 2);
+    *at++ = ':';
+    WriteDigits(at, parts.wSecond, 2);
+  }
+  *at = '\0';
+  return static_cast<std::size_t>(at - text.data());
+}
+
+bool ParseDate(std::string_view text, DATE& date) noexcept {
+  constexpr std::string_view kBlanks = " \t\r\n";
+  text.remove_prefix(std::min(text.find_first_not_of(kBlanks), text.size()));
+  text = text.substr(0, text.find_last_not_of(kBlanks) + 1);
+
+  Reader reader(text);
+  LONG day = 0;
+  double seconds = 0;
+  Reader dayFirst = reader;
+  if (ReadDay(dayFirst, day)) {
+    reader = dayFirst;
+    if (reader.AtEnd()) {
+      date = day;
+      return true;
+    }
+    if (!reader.Take(' ') && !reader.Take('T')) return false;
+  }
+  if (!ReadTime(reader, seconds) || !reader.AtEnd()) return false;
+  date = Join(day, seconds);
+  return true;
+}
+
+}  // namespace orxdb
