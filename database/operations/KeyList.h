@@ -1,0 +1,30 @@
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <vector>
+
+namespace orxdb {
+
+/// The keys of some records in their order, with a place among them. Costs 8 bytes a record, and
+/// 4 more once somebody asks for ranks of keys that are not near the place.
+class KeyList {
+ public:
+  void Clear() noexcept;
+  void Add(std::int64_t key) { m_keys.push_back(key); }
+
+  std::size_t Size() const noexcept { return m_keys.size(); }
+  std::int64_t operator[](std::size_t index) const { return m_keys[index]; }
+
+  /// The key's index; nothing when it is not in the list. Looks near the last answer first.
+  std::optional<std::size_t> Rank(std::int64_t key);
+  /// Leaves only the keys of `all`, in the order that they have there.
+  void ArrangeAs(KeyList& all);
+
+ private:
+  std::vector<std::int64_t> m_keys;
+  std::vector<std::uint32_t> m_byKey;  ///< indexes into `m_keys`, ordered by key
+  std::size_t m_last = 0;
+};
+
+}  // namespace orxdb

@@ -1,0 +1,432 @@
+#include "database/operations/Recordset.h"
+
+#include <algorithm>
+#include <cstring>
+#include <utility>
+
+namespace orxdb {
+namespace {
+
+constexpr std::size_t kIdentityBytes = sizeof(std::uint64_t);
+constexpr std::size_t kBookmarkBytes = kIdentityBytes + sizeof(std::int64_t);
+
+[[noreturn]] void RaiseNoRecord() {
+  throw CDaoException(DaoError::NoRecord, "There is no current record");
+}
+
+[[noreturn]] void RaiseDeleted() {
+  throw CDaoException(DaoError::RecordDeleted, "The record has been deleted");
+}
+
+[[noreturn]] void RaiseBadBookmark() {
+  throw CDaoException(DaoError::BadBookmark, "The bookmark is none of this query's records");
+}
+
+}  // namespace
+
+Recordset::Recordset(std::shared_ptr<Connection> connection, SelectText select,
+                     const std::string& name, bool snapshot)
+    : m_connection(std::move(connection)),
+      m_select(std::move(select)),
+      m_source(QuerySource::Of(*m_connection, m_select, name)),
+      m_reader(*m_connection, m_select, *m_source),
+      m_snapshot(snapshot || m_source->table.empty()),
+      m_block(static_cast<int>(m_source->fields.size())),
+      m_incoming(static_cast<int>(m_source->fields.size())) {
+  Requery();
+}
+
+void Recordset::Requery() {
+  DropEdit();
+  if (m_snapshot) {
+    m_copy = std::make_unique<SnapshotCopy>(m_connection, m_select, *m_source);
+  } else {
+    m_reader.Restart();
+  }
+  m_all.reset();
+  m_matching.reset();
+  m_block.Clear();
+  m_place = Place::First;
+  m_reachedAll = false;
+  m_reachedKey = std::numeric_limits<std::int64_t>::min();
+  m_reachedCount = m_deletedCount = 0;
+}
+
+CDaoFieldInfo Recordset::Describe(std::size_t field) {
+  CDaoFieldInfo info = m_source->fields[field].info;
+  if (info.m_nType != 0) return info;
+  const SqlText rows = m_select.Ordered();
+  const StatementUse first =
+      m_connection->Use("SELECT * FROM (" + rows.text + ") LIMIT 1", Origin::Host);
+  first->Bind(rows.values);
+  info.m_nType = dbText;
+  if (!first->Step()) return info;
+  switch (sqlite3_column_type(first->Handle(), static_cast<int>(field))) {
+    case SQLITE_INTEGER:
+      info.m_nType = dbLong;
+      break;
+    case SQLITE_FLOAT:
+      info.m_nType = dbDouble;
+      break;
+    case SQLITE_BLOB:
+      info.m_nType = dbLongBinary;
+      break;
+    default:
+      break;
+  }
+  return info;
+}
+
+// --- Moving and finding
+
+/// Looks the first record up where that has been put off.
+void Recordset::Settle() {
+  if (m_place != Place::First) return;
+  if (!Seek({}, Which::First)) m_place = Place::Nowhere;
+}
+
+void Recordset::MoveTo(Which which) {
+  DropEdit();
+  if (!Seek({}, which)) m_place = Place::Nowhere;
+  if (which == Which::Last) m_reachedAll = true;
+}
+
+void Recordset::MoveNext() {
+  DropEdit();
+  Settle();
+  if (m_place == Place::End || m_place == Place::Nowhere) RaiseNoRecord();
+  if (!Seek({}, Which::Next)) {
+    m_place = Place::End;
+    m_reachedAll = true;
+  }
+}
+
+bool Recordset::Find(const std::string& criteria, Which which) {
+  DropEdit();
+  const Criteria& wanted = Translate(criteria);
+  if (which == Which::Next) {
+    Settle();
+    if (m_place == Place::End || m_place == Place::Nowhere) RaiseNoRecord();
+  }
+  const bool found = Seek(wanted, which);
+  if (which == Which::Last) m_reachedAll = true;
+  return found;
+}
+
+bool Recordset::AtBeginning() {
+  m_connection->Handle();
+  if (m_onNewRecord) return false;
+  if (m_place == Place::First && !m_copy && !m_source->inKeyOrder) {
+    // Whether an ordered set is empty is known without ordering it.
+    if (!m_reader.HasAny()) m_place = Place::Nowhere;
+    return m_place == Place::Nowhere;
+  }
+  Settle();
+  return m_place == Place::Nowhere;
+}
+
+bool Recordset::AtEnd() {
+  return AtBeginning() || (m_place == Place::End && !m_onNewRecord);
+}
+
+std::int64_t Recordset::Count() {
+  if (AtBeginning()) return 0;
+  if (m_copy) {
+    return static_cast<std::int64_t>(m_reachedAll ? m_copy->Rows().Size() : m_reachedCount);
+  }
+  if (m_source->inKeyOrder) return m_reachedAll ? m_reader.Count() : m_reader.Count(m_reachedKey);
+  if (m_place == Place::First) return 1;
+  Listing& all = AllRecords();
+  if (m_reachedAll) return static_cast<std::int64_t>(all.keys.Size() - m_deletedCount);
+  if (const auto rank = all.keys.Rank(m_key)) m_reachedCount = std::max(m_reachedCount, *rank + 1);
+  return static_cast<std::int64_t>(m_reachedCount - std::min(m_reachedCount, m_deletedCount));
+}
+
+/// Finds the record and makes it current; leaves everything as it is when there is none.
+bool Recordset::Seek(const Criteria& criteria, Which which) {
+  if (m_copy) {
+    m_connection->Handle();
+    return SeekInCopy(criteria, which);
+  }
+  const ChangeStamp stamp = m_connection->Stamp();
+  return m_source->inKeyOrder ? SeekInKeyOrder(criteria, which, stamp)
+                              : SeekInList(criteria, which, stamp);
+}
+
+bool Recordset::SeekInKeyOrder(const Criteria& criteria, Which which, ChangeStamp stamp) {
+  std::size_t most = 1;
+  if (which == Which::Next) {
+    const bool inRun = m_block.Size() > 0 && m_blockStamp == stamp && m_place == Place::On &&
+                       m_block.Key(m_row) == m_key && m_blockCriteria == criteria;
+    if (inRun && m_row + 1 < m_block.Size()) {
+      ComeTo(m_block.Key(++m_row));
+      return true;
+    }
+    // Who goes on walking gets more rows at a time.
+    if (inRun) most = std::min(m_blockSize * 4, RowReader::kBlockRows);
+  }
+  m_reader.Read(criteria, which, m_key, most, m_incoming);
+  if (!Take(m_incoming, stamp)) return false;
+  m_blockCriteria = criteria;
+  m_blockSize = which == Which::Last ? 0 : most;
+  return true;
+}
+
+bool Recordset::SeekInList(const Criteria& criteria, Which which, ChangeStamp stamp) {
+  if (criteria.text.empty()) return Step(AllRecords(), which, stamp);
+  // One record is found without listing all that match, as long as no list says otherwise.
+  if (which != Which::Next && (!m_all || m_all->stamp == stamp)) {
+    m_reader.Read(criteria, which, 0, 1, m_incoming);
+    return Take(m_incoming, stamp);
+  }
+  return Step(MatchingRecords(criteria, stamp), which, stamp);
+}
+
+bool Recordset::SeekInCopy(const Criteria& criteria, Which which) {
+  const std::size_t rows = m_copy->Rows().Size();
+  const std::size_t next = m_place == Place::On ? static_cast<std::size_t>(m_key) + 1 : 0;
+  std::optional<std::size_t> found = which == Which::First  ? 0
+                                     : which == Which::Last ? rows - 1
+                                                            : next;
+  if (!criteria.text.empty()) found = m_copy->Find(criteria, which, next);
+  if (!found || *found >= rows) return false;
+  ComeTo(static_cast<std::int64_t>(*found));
+  m_reachedCount = std::max(m_reachedCount, *found + 1);
+  return true;
+}
+
+/// Goes to the first, next or last listed record that still exists.
+bool Recordset::Step(Listing& listing, Which which, ChangeStamp stamp) {
+  const std::size_t size = listing.keys.Size();
+  if (which == Which::Last) {
+    for (std::size_t index = size; index-- > 0;) {
+      m_reader.ReadListed(listing.keys, index, 1, m_incoming);
+      if (Take(m_incoming, stamp)) return true;
+    }
+    return false;
+  }
+  const bool next = which == Which::Next;
+  std::size_t index = next ? IndexBehind(listing) : 0;
+  if (next && index < size && m_blockStamp == stamp && m_row + 1 < m_block.Size() &&
+      m_block.Key(m_row + 1) == listing.keys[index]) {
+    ComeTo(m_block.Key(++m_row));
+    return true;
+  }
+  std::size_t most = next ? RowReader::kBlockRows : 1;
+  for (; index < size; index += most) {
+    m_reader.ReadListed(listing.keys, index, most, m_incoming);
+    if (Take(m_incoming, stamp)) return true;
+  }
+  return false;
+}
+
+/// Index of the first listed record behind the current one, which need not be listed itself.
+std::size_t Recordset::IndexBehind(Listing& listing) {
+  if (const auto index = listing.keys.Rank(m_key)) return *index + 1;
+  Listing& all = AllRecords();
+  const auto rank = all.keys.Rank(m_key);
+  if (!rank) RaiseDeleted();  // deleted elsewhere before its place among the others was known
+  for (std::size_t index = 0; index < listing.keys.Size(); ++index) {
+    if (all.keys.Rank(listing.keys[index]).value_or(0) > *rank) return index;
+  }
+  return listing.keys.Size();
+}
+
+Recordset::Listing& Recordset::AllRecords() {
+  if (!m_all) {
+    Listing all;
+    all.stamp = m_connection->Stamp();
+    m_reader.ReadKeys({}, all.keys);
+    m_all = std::move(all);
+  }
+  return *m_all;
+}
+
+Recordset::Listing& Recordset::MatchingRecords(const Criteria& criteria, ChangeStamp stamp) {
+  if (!m_matching || m_matching->stamp != stamp || m_matching->criteria != criteria) {
+    Listing matching{criteria, stamp, {}};
+    m_reader.ReadKeys(criteria, matching.keys);
+    // Order and membership are those of the list of all records, if that is older.
+    if (m_all && m_all->stamp != stamp) matching.keys.ArrangeAs(m_all->keys);
+    m_matching = std::move(matching);
+  }
+  return *m_matching;
+}
+
+const Criteria& Recordset::Translate(const std::string& text) {
+  m_connection->Handle();
+  if (m_criteria.text.empty() || text != m_criteriaText) {
+    ConnectionColumns columns(*m_connection);
+    SqlText sql = TranslateCriteria(text, m_source->scope, columns);
+    m_criteria = {std::move(sql.text), std::move(sql.values)};
+    m_criteriaText = text;
+  }
+  return m_criteria;
+}
+
+void Recordset::ComeTo(std::int64_t key) {
+  m_place = Place::On;
+  m_key = key;
+  m_reachedKey = std::max(m_reachedKey, key);
+}
+
+/// Makes rows just read the block and the first of them the current record.
+bool Recordset::Take(RowBlock& rows, ChangeStamp stamp) {
+  if (rows.Size() == 0) return false;
+  std::swap(m_block, rows);
+  m_blockStamp = stamp;
+  m_row = 0;
+  ComeTo(m_block.Key(0));
+  return true;
+}
+
+// --- Reading
+
+Recordset::RowPlace Recordset::CurrentRow() {
+  m_connection->Handle();
+  Settle();
+  if (m_place == Place::Deleted) RaiseDeleted();
+  if (m_place != Place::On) RaiseNoRecord();
+  if (m_copy) return {&m_copy->Rows(), static_cast<std::size_t>(m_key)};
+  const ChangeStamp stamp = m_connection->Stamp();
+  if (m_row >= m_block.Size() || m_block.Key(m_row) != m_key || m_blockStamp != stamp) {
+    m_reader.ReadRecord(m_key, m_incoming);
+    if (!Take(m_incoming, stamp)) RaiseDeleted();
+    m_blockCriteria = {};
+    m_blockSize = 1;
+  }
+  return {&m_block, m_row};
+}
+
+CellView Recordset::CurrentCell(const RowPlace& place, std::size_t field) const {
+  if (m_edit && (m_onNewRecord || !m_edit->IsAdding())) {
+    if (const SqlValue* value = m_edit->Value(field)) return View(*value);
+  }
+  return place.rows->Cell(place.row, field);
+}
+
+void Recordset::ReadField(std::size_t field, VARIANT& value) {
+  const RowPlace place = m_onNewRecord ? RowPlace{} : CurrentRow();
+  ReadValue(m_source->fields[field], CurrentCell(place, field), value);
+}
+
+void Recordset::ReadFields(std::span<VARIANT> values) {
+  const RowPlace place = m_onNewRecord ? RowPlace{} : CurrentRow();
+  for (std::size_t i = 0; i < values.size() && i < m_source->fields.size(); ++i) {
+    ReadValue(m_source->fields[i], CurrentCell(place, i), values[i]);
+  }
+}
+
+// --- Bookmarks
+
+std::vector<unsigned char> Recordset::BookmarkOf(std::int64_t key) const {
+  std::vector<unsigned char> bookmark(kBookmarkBytes);
+  std::memcpy(bookmark.data(), &m_source->identity, kIdentityBytes);
+  std::memcpy(bookmark.data() + kIdentityBytes, &key, sizeof key);
+  return bookmark;
+}
+
+std::vector<unsigned char> Recordset::Bookmark() {
+  if (m_onNewRecord) return BookmarkOf(m_edit->Key());
+  Settle();
+  if (m_place == Place::Deleted) RaiseDeleted();
+  if (m_place != Place::On) RaiseNoRecord();
+  m_connection->Handle();
+  return BookmarkOf(m_key);
+}
+
+std::vector<unsigned char> Recordset::LastModifiedBookmark() const {
+  if (!m_lastModified) RaiseNoRecord();
+  return BookmarkOf(*m_lastModified);
+}
+
+void Recordset::GoTo(std::span<const unsigned char> bookmark) {
+  std::uint64_t identity = 0;
+  std::int64_t key = 0;
+  if (bookmark.size() != kBookmarkBytes) RaiseBadBookmark();
+  std::memcpy(&identity, bookmark.data(), kIdentityBytes);
+  std::memcpy(&key, bookmark.data() + kIdentityBytes, sizeof key);
+  if (identity != m_source->identity) RaiseBadBookmark();
+  if (m_edit && m_edit->IsAdding() && m_edit->Key() == key) {
+    m_onNewRecord = true;
+    return;
+  }
+  if (m_copy) {
+    if (key < 0 || key >= static_cast<std::int64_t>(m_copy->Rows().Size())) RaiseBadBookmark();
+    DropEdit();
+    SeekInCopy({}, Which::First);
+    ComeTo(key);
+    return;
+  }
+  const ChangeStamp stamp = m_connection->Stamp();
+  const std::size_t row = m_blockStamp == stamp ? m_block.Find(key) : m_block.Size();
+  if (row < m_block.Size()) {
+    DropEdit();
+    m_row = row;
+    ComeTo(key);
+    return;
+  }
+  if (!m_reader.Admits(key) || (m_all && !m_all->keys.Rank(key))) RaiseBadBookmark();
+  m_reader.ReadRecord(key, m_incoming);
+  if (m_incoming.Size() == 0) RaiseBadBookmark();
+  DropEdit();
+  Take(m_incoming, stamp);
+  m_blockCriteria = {};
+  m_blockSize = 1;
+}
+
+// --- Edits
+
+void Recordset::RequireTable() const {
+  if (!CanUpdate()) throw CDaoException(DaoError::ReadOnly, "The records cannot be changed");
+}
+
+void Recordset::DropEdit() noexcept {
+  m_edit.reset();
+  m_onNewRecord = false;
+}
+
+void Recordset::AddNew() {
+  RequireTable();
+  DropEdit();
+  m_edit = RecordEdit::Adding(*m_connection, *m_source);
+  m_lastModified = m_edit->Key();
+}
+
+void Recordset::Edit() {
+  RequireTable();
+  DropEdit();
+  CurrentRow();
+  m_edit = RecordEdit::Editing(*m_source, m_key);
+}
+
+void Recordset::SetField(std::size_t field, const VARIANT& value) {
+  if (!m_edit) throw CDaoException(DaoError::NotEditing, "No record is being added or edited");
+  m_edit->Set(field, value);
+}
+
+void Recordset::Update() {
+  if (!m_edit) throw CDaoException(DaoError::NotEditing, "No record is being added or edited");
+  m_edit->Store(*m_connection);
+  m_lastModified = m_edit->Key();
+  if (m_edit->IsAdding()) {
+    m_reader.Admit(m_edit->Key());
+    if (m_all) m_all->keys.Add(m_edit->Key());
+    if (m_onNewRecord) ComeTo(m_edit->Key());
+    if (m_place == Place::Nowhere) m_place = Place::First;
+  }
+  DropEdit();
+}
+
+void Recordset::Delete() {
+  RequireTable();
+  DropEdit();
+  CurrentRow();
+  // Where a listed record stood must be known before it is gone.
+  if (!m_source->inKeyOrder) AllRecords();
+  RecordEdit::Remove(*m_connection, *m_source, m_key);
+  m_place = Place::Deleted;
+  ++m_deletedCount;
+}
+
+}  // namespace orxdb

@@ -1,0 +1,61 @@
+#include "database/operations/SnapshotCopy.h"
+
+namespace orxdb {
+
+SnapshotCopy::SnapshotCopy(std::shared_ptr<Connection> connection, const SelectText& select,
+                           const QuerySource& source)
+    : m_connection(std::move(connection)),
+      m_source(source),
+      m_rows(static_cast<int>(source.fields.size())) {
+  const SqlText sql = select.Ordered();
+  const StatementUse rows = m_connection->Use(sql.text, Origin::Host);
+  rows->Bind(sql.values);
+  while (rows->Step()) m_rows.Append(rows->Handle(), static_cast<std::int64_t>(m_rows.Size()));
+}
+
+SnapshotCopy::~SnapshotCopy() {
+  if (m_table.empty() || !m_connection->IsOpen()) return;
+  try {
+    m_connection->Execute("DROP TABLE temp." + m_table);
+  } catch (const CDaoException&) {
+    // The table goes with the connection.
+  }
+}
+
+void SnapshotCopy::FillTable() {
+  const std::string table = m_connection->TemporaryName();
+  std::string columns;
+  std::string marks;
+  for (const Field& field : m_source.fields) {
+    const bool text = field.info.m_nType == dbText || field.info.m_nType == dbMemo;
+    const bool untyped = field.IsComputed() || field.info.m_nType == dbLongBinary;
+    columns += ", " + Quoted(field.info.m_strName) + (text ? " TEXT" : untyped ? "" : " NUMERIC");
+    marks += ", ?";
+  }
+  m_connection->Execute("CREATE TEMP TABLE " + table + " (orx_row INTEGER PRIMARY KEY" + columns +
+                        ")");
+  m_table = table;
+  Statement insert(*m_connection, "INSERT INTO temp." + table + " VALUES (?" + marks + ")",
+                   Origin::Own);
+  for (std::size_t row = 0; row < m_rows.Size(); ++row) {
+    insert.Bind(static_cast<std::int64_t>(row));
+    for (std::size_t i = 0; i < m_source.fields.size(); ++i) insert.Bind(m_rows.Cell(row, i));
+    insert.Run();
+    insert.Reset();
+  }
+}
+
+std::optional<std::size_t> SnapshotCopy::Find(const Criteria& criteria, Which which,
+                                              std::size_t from) {
+  if (m_table.empty()) FillTable();
+  const StatementUse found =
+      m_connection->Use("SELECT q.orx_row FROM temp." + m_table + " AS q WHERE (" + criteria.text +
+                            ") AND q.orx_row >= ? ORDER BY q.orx_row" +
+                            (which == Which::Last ? " DESC" : "") + " LIMIT 1",
+                        Origin::Host);
+  found->Bind(criteria.values).Bind(static_cast<std::int64_t>(which == Which::Next ? from : 0));
+  if (!found->Step()) return std::nullopt;
+  return static_cast<std::size_t>(found->Integer(0));
+}
+
+}  // namespace orxdb

@@ -1,0 +1,37 @@
+#pragma once
+
+#include <memory>
+#include <optional>
+#include <string>
+
+#include "database/operations/Connection.h"
+#include "database/operations/QuerySource.h"
+#include "database/operations/RowBlock.h"
+#include "database/operations/RowReader.h"
+
+namespace orxdb {
+
+/// All rows of a query as they were when it ran. Criteria are answered by SQLite over a temporary
+/// table that is filled when the first one comes.
+class SnapshotCopy {
+ public:
+  SnapshotCopy(std::shared_ptr<Connection> connection, const SelectText& select,
+               const QuerySource& source);
+  ~SnapshotCopy();
+  SnapshotCopy(const SnapshotCopy&) = delete;
+  SnapshotCopy& operator=(const SnapshotCopy&) = delete;
+
+  const RowBlock& Rows() const noexcept { return m_rows; }
+  /// The first or last row that meets the criteria, or the first one at or behind `from`.
+  std::optional<std::size_t> Find(const Criteria& criteria, Which which, std::size_t from);
+
+ private:
+  void FillTable();
+
+  std::shared_ptr<Connection> m_connection;
+  const QuerySource& m_source;
+  RowBlock m_rows;
+  std::string m_table;  ///< empty until the first criteria
+};
+
+}  // namespace orxdb
