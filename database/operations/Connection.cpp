@@ -180,11 +180,11 @@ void Connection::Configure() {
   sqlite3_busy_timeout(m_handle, kBusyTimeoutMilliseconds);
   sqlite3_set_authorizer(m_handle, &Connection::OnAuthorize, this);
   sqlite3_progress_handler(m_handle, kProgressOperations, &Connection::OnProgress, this);
-  for (const auto [option, on] : {std::pair{SQLITE_DBCONFIG_DEFENSIVE, 1},
-                                  {SQLITE_DBCONFIG_TRUSTED_SCHEMA, 0},
-                                  {SQLITE_DBCONFIG_DQS_DML, 0},
-                                  {SQLITE_DBCONFIG_DQS_DDL, 0},
-                                  {SQLITE_DBCONFIG_ENABLE_LOAD_EXTENSION, 0}}) {
+  for (const auto& [option, on] : {std::pair{SQLITE_DBCONFIG_DEFENSIVE, 1},
+                                   {SQLITE_DBCONFIG_TRUSTED_SCHEMA, 0},
+                                   {SQLITE_DBCONFIG_DQS_DML, 0},
+                                   {SQLITE_DBCONFIG_DQS_DDL, 0},
+                                   {SQLITE_DBCONFIG_ENABLE_LOAD_EXTENSION, 0}}) {
     sqlite3_db_config(m_handle, option, on, nullptr);
   }
   RegisterDialectFunctions(m_handle);

@@ -37,7 +37,7 @@ class Statement {
   Statement& Bind(double value);
   Statement& Bind(std::string_view text);
   Statement& Bind(const CellView& value);
-  Statement& Bind(const SqlValue& value) { return Bind(View(value)); }
+  Statement& Bind(const SqlValue& value) { return Bind(CellOf(value)); }
   Statement& Bind(const std::vector<SqlValue>& values);
   /// True while there is a row.
   bool Step();

@@ -13,7 +13,7 @@ void CDaoDatabase::Open(const std::string& path, bool exclusive, bool readOnly,
   if (IsOpen()) throw CDaoException(DaoError::Engine, "The database is open already");
   if (!connect.empty()) throw CDaoException(DaoError::Engine, "There is nothing to connect to");
   if (path.empty()) throw CDaoException(DaoError::NotFound, "The path is empty");
-  m_connection = orxdb::Connection::Open(NativePath(path), exclusive, readOnly);
+  m_connection = orxdb::Connection::Open(orxdb::NativePath(path), exclusive, readOnly);
 }
 
 bool CDaoDatabase::IsOpen() const noexcept {

@@ -1,11 +1,14 @@
 #include "database/operations/DaoRecordset.h"
 
-#include <cstring>
+#include <algorithm>
 
 #include "database/operations/DaoQueryDef.h"
 #include "database/operations/Recordset.h"
 #include "platform/automation/SafeArray.h"
 
+using orxdb::ArrayAccess;
+using orxdb::SafeArray;
+using orxdb::Variant;
 using orxdb::Which;
 
 namespace {
@@ -14,7 +17,7 @@ Variant ByteArray(std::span<const unsigned char> bytes) {
   SafeArray array = SafeArray::Vector(VT_UI1, static_cast<ULONG>(bytes.size()));
   {
     const ArrayAccess<BYTE> access(array.get());
-    std::memcpy(access.data(), bytes.data(), bytes.size());
+    std::copy(bytes.begin(), bytes.end(), access.begin());
   }
   return Variant::FromArray(VT_UI1, std::move(array));
 }
@@ -177,7 +180,7 @@ void CDaoRecordset::SetBookmark(const VARIANT& bookmark) {
     throw CDaoException(DaoError::BadBookmark, "The value is no bookmark");
   }
   const ArrayAccess<BYTE> access(bookmark.parray);
-  Opened().GoTo({access.data(), access.size()});
+  Opened().GoTo(access.elements());
 }
 
 Variant CDaoRecordset::GetLastModifiedBookmark() const {

@@ -77,10 +77,10 @@ class CDaoRecordset {
 
   /// The current record's value: null fields as `VT_NULL`, text as a byte-length string of narrow
   /// bytes, binary data and GUIDs as `VT_ARRAY | VT_UI1`.
-  Variant GetFieldValue(int index) const;
-  Variant GetFieldValue(const std::string& name) const;
-  void GetFieldValue(int index, Variant& value) const;
-  void GetFieldValue(const std::string& name, Variant& value) const;
+  orxdb::Variant GetFieldValue(int index) const;
+  orxdb::Variant GetFieldValue(const std::string& name) const;
+  void GetFieldValue(int index, orxdb::Variant& value) const;
+  void GetFieldValue(const std::string& name, orxdb::Variant& value) const;
   /// All values of the current record, read as one: never half of a change made elsewhere.
   /// `values` holds `GetFieldCount()` initialised, empty variants; the caller owns what they
   /// receive, also when the call raises part way.
@@ -104,9 +104,9 @@ class CDaoRecordset {
 
   bool CanBookmark() const;
   /// An opaque byte array; it survives `Requery`.
-  Variant GetBookmark() const;
+  orxdb::Variant GetBookmark() const;
   void SetBookmark(const VARIANT& bookmark);
-  Variant GetLastModifiedBookmark() const;
+  orxdb::Variant GetLastModifiedBookmark() const;
 
  private:
   orxdb::Recordset& Opened() const;

@@ -110,8 +110,8 @@ SqlText Collated(const SqlText& sql, bool text) {
 /// Whether one literal stands behind another in the database's order; only known for literals of
 /// one type.
 bool StandsBehind(const SqlValue& a, const SqlValue& b) {
-  const CellView x = View(a);
-  const CellView y = View(b);
+  const CellView x = CellOf(a);
+  const CellView y = CellOf(b);
   if (x.kind == CellView::Kind::Text && y.kind == x.kind) {
     return FoldedName(x.text) > FoldedName(y.text);
   }
@@ -132,22 +132,10 @@ bool IsReserved(const Token& token) noexcept {
                      [&](const char* word) { return token.IsWord(word); });
 }
 
-/// Keeps hostile nesting from using up the stack.
-class ExpressionTranslator::Nesting {
- public:
-  explicit Nesting(int& depth) : m_depth(depth) {
-    if (++m_depth > kDeepestNesting) {
-      --m_depth;
-      Fail("The text is nested too deeply");
-    }
-  }
-  ~Nesting() { --m_depth; }
-  Nesting(const Nesting&) = delete;
-  Nesting& operator=(const Nesting&) = delete;
-
- private:
-  int& m_depth;
-};
+ExpressionTranslator::Nesting::Nesting(int& depth) : m_depth(depth) {
+  if (m_depth >= kDeepestNesting) Fail("The text is nested too deeply");
+  ++m_depth;
+}
 
 SqlText ExpressionTranslator::Criteria(const NameScope& scope) {
   m_scopes.push_back({scope});

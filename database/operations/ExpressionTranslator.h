@@ -42,7 +42,17 @@ class ExpressionTranslator {
   SelectText WholeSelect();
 
  private:
-  class Nesting;
+  /// Keeps hostile nesting from using up the stack.
+  class Nesting {
+   public:
+    explicit Nesting(int& depth);
+    ~Nesting() { --m_depth; }
+    Nesting(const Nesting&) = delete;
+    Nesting& operator=(const Nesting&) = delete;
+
+   private:
+    int& m_depth;
+  };
   using Scopes = std::vector<NameScope>;
   using Level = Expression (ExpressionTranslator::*)();
 

@@ -12,6 +12,7 @@
 
 #include "database/operations/DaoException.h"
 #include "platform/automation/Bstr.h"
+#include "platform/automation/Dates.h"
 #include "platform/automation/SafeArray.h"
 #include "platform/automation/Variant.h"
 #include "platform/framework/Text.h"
@@ -89,26 +90,11 @@ CY CurrencyOf(const Field& field, const CellView& cell) {
   return currency;
 }
 
-/// 'YYYY-MM-DD', a time of day 'HH:MM' or 'HH:MM:SS' behind it if wanted.
+/// ISO text; a number counts as days.
 DATE DateOf(const Field& field, const CellView& cell) {
   if (cell.kind != CellView::Kind::Text) return NumberOf(field, cell);
-  std::array<int, 6> parts{};
-  std::size_t at = 0;
-  for (std::size_t i = 0; i < parts.size() && at < cell.text.size(); ++i) {
-    const auto result =
-        std::from_chars(cell.text.data() + at, cell.text.data() + cell.text.size(), parts[i]);
-    if (result.ec != std::errc() || parts[i] < 0) Refuse(field, kUnreadable);
-    at = static_cast<std::size_t>(result.ptr - cell.text.data()) + 1;
-  }
-  SYSTEMTIME time{};
-  time.wYear = static_cast<WORD>(parts[0]);
-  time.wMonth = static_cast<WORD>(parts[1]);
-  time.wDay = static_cast<WORD>(parts[2]);
-  time.wHour = static_cast<WORD>(parts[3]);
-  time.wMinute = static_cast<WORD>(parts[4]);
-  time.wSecond = static_cast<WORD>(parts[5]);
   DATE date = 0;
-  if (!SystemTimeToVariantTime(&time, &date)) Refuse(field, kUnreadable);
+  if (!ParseDate(cell.text, date)) Refuse(field, kUnreadable);
   return date;
 }
 
@@ -132,7 +118,7 @@ SAFEARRAY* ByteArray(std::string_view bytes) {
   SafeArray array = SafeArray::Vector(VT_UI1, static_cast<ULONG>(bytes.size()));
   if (!bytes.empty()) {
     const ArrayAccess<BYTE> access(array.get());
-    std::memcpy(access.data(), bytes.data(), bytes.size());
+    std::memcpy(access.elements().data(), bytes.data(), bytes.size());
   }
   return array.detach();
 }
@@ -199,7 +185,7 @@ std::string DateToStore(const Field& field, const VARIANT& value) {
   if (!VariantTimeToSystemTime(Converted(field, value, VT_DATE).get().date, &time)) {
     Refuse(field, "the date does not exist");
   }
-  std::array<char, 32> iso{};
+  std::array<char, 48> iso{};
   std::snprintf(iso.data(), iso.size(), "%04d-%02d-%02d %02d:%02d:%02d", time.wYear, time.wMonth,
                 time.wDay, time.wHour, time.wMinute, time.wSecond);
   return iso.data();
@@ -210,7 +196,7 @@ Blob BytesToStore(const Field& field, const VARIANT& value) {
     Refuse(field, "the value is no array of bytes");
   }
   const ArrayAccess<BYTE> access(value.parray);
-  return {access.data(), access.data() + access.size()};
+  return {access.begin(), access.end()};
 }
 
 double RealToStore(const Field& field, double real) {

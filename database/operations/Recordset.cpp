@@ -300,7 +300,7 @@ Recordset::RowPlace Recordset::CurrentRow() {
 
 CellView Recordset::CurrentCell(const RowPlace& place, std::size_t field) const {
   if (m_edit && (m_onNewRecord || !m_edit->IsAdding())) {
-    if (const SqlValue* value = m_edit->Value(field)) return View(*value);
+    if (const SqlValue* value = m_edit->Value(field)) return CellOf(*value);
   }
   return place.rows->Cell(place.row, field);
 }

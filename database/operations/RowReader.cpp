@@ -44,7 +44,7 @@ SqlText RowReader::Select(const std::string& columns, const SqlText& rows,
   sql.Append(rows);
   sql.Append(") AS q WHERE ");
   if (!criteria.text.empty()) {
-    sql.Append({"(" + criteria.text + ") AND ", criteria.values});
+    sql.Append(SqlText{"(" + criteria.text + ") AND ", criteria.values});
   }
   sql.Append(Membership());
   return sql;
@@ -61,10 +61,10 @@ void RowReader::Read(const Criteria& criteria, Which which, std::int64_t after, 
   SqlText sql = m_source.inKeyOrder ? Select("*", m_select.body, criteria)
                                     : Select("*", m_select.Ordered(last, KeyPosition()), criteria);
   if (m_source.inKeyOrder) {
-    if (which == Which::Next) sql.Append({" AND " + Key() + " > ?", {after}});
+    if (which == Which::Next) sql.Append(SqlText{" AND " + Key() + " > ?", {after}});
     sql.Append(" ORDER BY " + Key() + (last ? " DESC" : ""));
   }
-  sql.Append({" LIMIT ?", {static_cast<std::int64_t>(most)}});
+  sql.Append(SqlText{" LIMIT ?", {static_cast<std::int64_t>(most)}});
   const StatementUse found = m_connection.Use(sql.text, Origin::Host);
   found->Bind(sql.values);
   while (found->Step()) {
@@ -119,7 +119,7 @@ bool RowReader::HasAny() const {
 
 std::int64_t RowReader::Count(std::int64_t last) const {
   SqlText sql = Select("count(*)", m_select.body, {});
-  sql.Append({" AND " + Key() + " <= ?", {last}});
+  sql.Append(SqlText{" AND " + Key() + " <= ?", {last}});
   const StatementUse found = m_connection.Use(sql.text, Origin::Host);
   found->Bind(sql.values);
   found->Step();

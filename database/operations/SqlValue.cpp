@@ -11,7 +11,7 @@ constexpr char Folded(char c) noexcept {
 
 }  // namespace
 
-CellView View(const SqlValue& value) {
+CellView CellOf(const SqlValue& value) {
   CellView view;
   if (const auto* integer = std::get_if<std::int64_t>(&value)) {
     view.kind = CellView::Kind::Integer;

@@ -36,7 +36,7 @@ struct CellView {
   std::string_view text;  ///< also the bytes of `Kind::Bytes`
 };
 
-CellView View(const SqlValue& value);
+CellView CellOf(const SqlValue& value);
 
 /// A name as SQL text: in double quotes, a double quote inside doubled.
 std::string Quoted(std::string_view name);
