@@ -12,6 +12,8 @@ constexpr bool OwnsNothing(VARTYPE type) noexcept {
 }
 }  // namespace orxdb
 
+/// Conversion flag: an object is not asked for its default property.
+inline constexpr USHORT VARIANT_NOVALUEPROP = 0x0001;
 /// Conversion flag: flags become "True"/"False" instead of "-1"/"0".
 inline constexpr USHORT VARIANT_ALPHABOOL = 0x0002;
 
@@ -40,13 +42,16 @@ AUTOMATION_API HRESULT VariantCopyInd(VARIANT* target, const VARIANT* source);
 /// - Empty reads as 0, false, the zero date or empty text. VT_NULL, and text that is no number,
 ///   give DISP_E_TYPEMISMATCH, as do conversions without meaning; an impossible `type` gives
 ///   DISP_E_BADVARTYPE.
-/// - To text: whole numbers plain; VT_R8 and VT_DATE's number never follow the process locale,
-///   15 significant digits for VT_R8 and 7 for VT_R4 with a full stop; flags "-1" and "0", or
-///   "True" and "False" with VARIANT_ALPHABOOL; currency and decimal plain without trailing
-///   zeros; dates as told in Dates.h.
+/// - Texts are the same in every locale. To text: whole numbers plain; VT_R8 with 15 and VT_R4
+///   with 7 significant digits at most, as printf's %G writes them, with a full stop; flags "-1"
+///   and "0", or "True" and "False" with VARIANT_ALPHABOOL; currency and decimal plain without
+///   trailing zeros; dates as told in Dates.h.
 /// - From text: blanks around are ignored; a sign, digits, a full stop and an exponent; &H and &O
 ///   introduce hexadecimal and octal whole numbers. Flags: "True", "False", "#TRUE#", "#FALSE#" in
 ///   any case, or a number. Dates as told in Dates.h.
+/// - A byte array and a string exchange their bytes unchanged.
+/// - An object gives its default property (unless VARIANT_NOVALUEPROP) or another of its
+///   interfaces.
 AUTOMATION_API HRESULT VariantChangeType(VARIANT* target, const VARIANT* source, USHORT flags,
                                          VARTYPE type);
 
