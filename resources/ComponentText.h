@@ -1,0 +1,24 @@
+// The component's texts in use, and its one way to show a message.
+#pragma once
+
+#include <string>
+
+#include "platform/framework/Exception.h"
+#include "platform/framework/ModuleState.h"
+
+namespace orxdb {
+
+/// The component's module state: where its texts come from and the title of its message boxes.
+CModuleState& ComponentModuleState();
+
+/// Loads a text of the component. False, and `text` emptied, when there is none with this id.
+bool LoadComponentString(std::string& text, unsigned id);
+
+/// Shows a text of the component and returns the button that closed the message.
+int ShowComponentMessage(unsigned id, unsigned style);
+
+/// Fetches an exception's message, or the text for an unknown error when it has none, and lets it
+/// go: callers are told that something failed, never what.
+void DropMessage(const CException& exception);
+
+}  // namespace orxdb
