@@ -1,0 +1,85 @@
+#pragma once
+
+#include <array>
+#include <map>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "database/ToolTableInfo.h"
+#include "database/operations/DaoDatabase.h"
+#include "database/operations/DaoQueryDef.h"
+#include "database/operations/DaoRecordset.h"
+
+/// One row of the catalogue: a kind of tool. `tableName` is without the "Q_" of its stored query.
+struct CToolType {
+  std::string type;
+  std::string subtype;
+  std::string tableName;
+};
+
+/// The database, its catalogue and everything opened with it.
+///
+/// Goes from closed to open once and stays open until it is destroyed. A catalogue that loads in
+/// part stays as far as it came: entries without a recordset raise when they are used.
+class CToolDbData {
+ public:
+  /// Maps order their names byte by byte, letter case included.
+  using CToolTables = std::map<std::string, CToolTableInfo, std::less<>>;
+  using CDataTables = std::map<std::string, std::unique_ptr<CDaoRecordset>, std::less<>>;
+
+  CToolDbData() = default;
+  CToolDbData(const CToolDbData&) = delete;
+  CToolDbData& operator=(const CToolDbData&) = delete;
+  virtual ~CToolDbData();
+
+  /// Opens the file and the catalogue query. False when either fails; the file stays open when
+  /// only the query is missing. An open database is left as it is, whatever the path.
+  bool OpenDatabase(const std::string& path);
+  bool IsOpen() const noexcept { return m_db.IsOpen(); }
+  /// Whether the open database supports transactions, as found when it was opened.
+  bool CanTransact() const noexcept { return m_bCanTransact; }
+
+  /// Reads the catalogue and opens what it names; called once, after OpenDatabase. False when
+  /// anything failed: the tool tables and stock materials go as far as their first failure, and so
+  /// do, independently, the machining-data tables.
+  bool LoadCatalogue();
+
+  CDaoDatabase& Database() noexcept { return m_db; }
+  /// The rows of the catalogue in their order, a table named twice included twice.
+  const std::vector<CToolType>& ToolTypes() const noexcept { return m_toolTypes; }
+  CToolTables& ToolTables() noexcept { return m_toolTables; }
+  /// The entry of a tool table; null when the catalogue does not name it.
+  CToolTableInfo* FindToolTable(std::string_view name) noexcept;
+  /// The recordset of a machining-data table, named without "Q_"; null for an unknown name.
+  CDaoRecordset* FindDataTable(std::string_view name) noexcept;
+  /// The recordset over the catalogue query; closed before a database is open.
+  CDaoRecordset& ToolTypesSet() noexcept { return m_toolTypesSet; }
+  /// The recordset of the stock materials; closed when they could not be opened.
+  CDaoRecordset& StockMaterialSet() noexcept { return m_stockMaterialSet; }
+
+  /// Parts of property names that mark a property as not meant to be shown.
+  static constexpr std::array<std::string_view, 8> kHiddenProps = {
+      "ID", "AUX_", "Overall_Len", "Exposed_Len", "IsFavorite", "Fit", "Feed", "Speed"};
+
+ private:
+  /// Closes recordsets and queries before the database.
+  void CloseAll() noexcept;
+  void LoadToolTables();
+  void ReadToolTypes();
+  void LoadDataTables();
+
+  CDaoDatabase m_db;
+  bool m_bCanTransact = false;
+  CToolTables m_toolTables;
+  CDataTables m_dataTables;
+  CDaoRecordset m_toolTypesSet;
+  std::unique_ptr<CDaoQueryDef> m_pToolTypesQuery;
+  CDaoRecordset m_stockMaterialSet;
+  std::vector<CToolType> m_toolTypes;
+};
+
+/// The one data object behind all objects of the component; null while there is none. The newest
+/// object of the component puts its data object here, and the release of any object destroys it.
+extern CToolDbData* g_pToolDbData;
