@@ -1,0 +1,83 @@
+#include "browse/ToolCursor.h"
+
+#include <utility>
+
+namespace orxdb {
+namespace {
+
+bool HasCurrentRecord(const CDaoRecordset& tools) {
+  return !tools.IsEOF() && !tools.IsBOF();
+}
+
+/// The recordset if its current record has a bookmark, else null.
+CDaoRecordset* BookmarkableSet(const CToolTableInfo& table) {
+  CDaoRecordset* tools = table.m_pToolSet.get();
+  return tools && HasCurrentRecord(*tools) && tools->CanBookmark() ? tools : nullptr;
+}
+
+}  // namespace
+
+void SetTabFilter(CToolTableInfo& table, std::string where, const std::string& order) {
+  table.m_strFilter = std::move(where);
+  if (order.empty()) return;
+  CDaoRecordset& tools = table.ToolSet();
+  tools.Close();
+  table.m_pToolQuery->Close();
+  table.m_pToolQuery->Create("SELECT * FROM Q_" + table.m_strTableName + " ORDER BY " + order);
+  tools.Open(table.m_pToolQuery.get());
+}
+
+bool MoveToFirstTool(CToolTableInfo& table) {
+  CDaoRecordset& tools = table.ToolSet();
+  if (tools.IsBOF() && tools.IsEOF()) return false;
+  if (!table.m_strFilter.empty() && !tools.FindFirst(table.m_strFilter)) return false;
+  if (table.m_strFilter.empty()) tools.MoveFirst();
+  return HasCurrentRecord(tools);
+}
+
+bool MoveToNextTool(CToolTableInfo& table) {
+  CDaoRecordset* tools = table.m_pToolSet.get();
+  if (!tools || !HasCurrentRecord(*tools)) return false;
+  if (!table.m_strFilter.empty() && !tools->FindNext(table.m_strFilter)) return false;
+  if (table.m_strFilter.empty()) tools->MoveNext();
+  return HasCurrentRecord(*tools);
+}
+
+LONG CountSelectedRecords(CToolTableInfo& table) {
+  CDaoRecordset& tools = table.ToolSet();
+  if (!HasCurrentRecord(tools)) return 0;
+  const Variant position = tools.GetBookmark();
+  if (table.m_strFilter.empty()) {
+    tools.MoveLast();
+  } else {
+    tools.FindLast(table.m_strFilter);
+  }
+  const LONG count = static_cast<LONG>(tools.GetRecordCount());
+  tools.SetBookmark(position.get());
+  return count;
+}
+
+Variant GetToolBookmark(const CToolTableInfo& table) {
+  const CDaoRecordset* tools = BookmarkableSet(table);
+  return tools ? tools->GetBookmark() : Variant();
+}
+
+void SetToolBookmark(CToolTableInfo& table, const VARIANT& bookmark) {
+  if (CDaoRecordset* tools = BookmarkableSet(table)) tools->SetBookmark(bookmark);
+}
+
+bool RepositionToolCursor(CDaoRecordset& tools, const VARIANT* bookmark) {
+  if (!HasCurrentRecord(tools)) return true;
+  if (bookmark->vt != VT_EMPTY) {
+    try {
+      tools.SetBookmark(*bookmark);
+      return true;
+    } catch (...) {
+      // The record is gone, or the bookmark never was this table's: the last record serves.
+    }
+  }
+  tools.MoveLast();
+  return true;
+}
+
+}  // namespace orxdb
