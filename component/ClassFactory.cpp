@@ -1,0 +1,51 @@
+#include "component/ClassFactory.h"
+
+#include <new>
+
+#include "component/OrxDbObj.h"
+#include "platform/automation/ComPtr.h"
+
+namespace orxdb {
+
+HRESULT ClassFactory::Create(REFIID riid, void** ppvObject) {
+  ComPtr<IClassFactory> factory;
+  factory.copyFrom(new (std::nothrow) ClassFactory);
+  return factory ? factory->QueryInterface(riid, ppvObject) : E_OUTOFMEMORY;
+}
+
+HRESULT ClassFactory::QueryInterface(REFIID riid, void** ppvObject) {
+  if (!ppvObject) return E_POINTER;
+  *ppvObject = nullptr;
+  if (riid != IID_IUnknown && riid != IID_IClassFactory) return E_NOINTERFACE;
+  *ppvObject = static_cast<IClassFactory*>(this);
+  AddRef();
+  return S_OK;
+}
+
+ULONG ClassFactory::AddRef() {
+  return ++m_references;
+}
+
+ULONG ClassFactory::Release() {
+  const ULONG references = --m_references;
+  if (references == 0) delete this;
+  return references;
+}
+
+HRESULT ClassFactory::CreateInstance(IUnknown* pUnkOuter, REFIID riid, void** ppvObject) {
+  if (!ppvObject) return E_POINTER;
+  *ppvObject = nullptr;
+  if (pUnkOuter && riid != IID_IUnknown) return CLASS_E_NOAGGREGATION;
+  return OrxDbObj::Create(pUnkOuter, riid, ppvObject);
+}
+
+HRESULT ClassFactory::LockServer(BOOL fLock) {
+  if (fLock) {
+    ModuleLock::Lock();
+  } else {
+    ModuleLock::Unlock();
+  }
+  return S_OK;
+}
+
+}  // namespace orxdb

@@ -1,0 +1,50 @@
+// What every method of the component runs in.
+#pragma once
+
+#include "component/ErrorReport.h"
+#include "platform/framework/Exception.h"
+#include "platform/framework/ModuleState.h"
+#include "resources/ComponentText.h"
+
+namespace orxdb {
+
+/// Which exceptions a method turns into E_FAIL.
+enum class Guard {
+  None,       ///< none: they leave the method, for hosts to see
+  Unnamed,    ///< all, without a look at their message
+  Framework,  ///< all, fetching and dropping the message of the framework's own
+};
+
+template <Guard guard, typename Work>
+HRESULT RunGuarded(Work&& work) {
+  if constexpr (guard == Guard::None) {
+    return work();
+  } else if constexpr (guard == Guard::Unnamed) {
+    try {
+      return work();
+    } catch (...) {
+      return E_FAIL;
+    }
+  } else {
+    try {
+      return work();
+    } catch (const CException& exception) {
+      DropMessage(exception);
+      return E_FAIL;
+    } catch (...) {
+      return E_FAIL;
+    }
+  }
+}
+
+/// Runs a method's work under the component's own module state and reports a result other than
+/// S_OK. Without its preconditions the work is skipped, which is E_FAIL.
+template <Guard guard, typename Work>
+HRESULT RunMethod(bool preconditions, Work&& work) {
+  const ModuleStateSwitch active(ComponentModuleState());
+  const HRESULT result = preconditions ? RunGuarded<guard>(work) : E_FAIL;
+  if (result != S_OK) ReportError();
+  return result;
+}
+
+}  // namespace orxdb

@@ -1,0 +1,120 @@
+// The object itself: interfaces, references, lifetimes.
+#include "component/OrxDbObj.h"
+
+#include <memory>
+#include <new>
+#include <utility>
+#include <vector>
+
+#include "component/MethodFrame.h"
+#include "platform/automation/ComPtr.h"
+#include "platform/framework/Text.h"
+#include "resources/StringTable.h"
+
+using orxdb::ComPtr;
+using orxdb::Guard;
+using orxdb::LoadComponentString;
+using orxdb::ModuleStateSwitch;
+using orxdb::RunMethod;
+
+namespace {
+
+/// Takes the data object out of its slot and leaves it to itself, its open database included. It
+/// is not destroyed, for another object may be in the middle of a call on it; being listed here it
+/// does not count as lost memory either.
+void AbandonToolDbData() {
+  static auto& abandoned = *new std::vector<CToolDbData*>;
+  if (!g_pToolDbData) return;
+  abandoned.push_back(g_pToolDbData);
+  g_pToolDbData = nullptr;
+}
+
+/// Destroys the data object in the slot, and with it every use of the engine in this process.
+void EndToolDbData() {
+  if (std::unique_ptr<CToolDbData> data{std::exchange(g_pToolDbData, nullptr)}) {
+    data.reset();
+    AfxDaoTerm();
+  }
+}
+
+}  // namespace
+
+HRESULT OrxDbObj::Create(IUnknown* outer, REFIID riid, void** ppvObject) {
+  ComPtr<IUnknown> inner;
+  {
+    auto* object = new (std::nothrow) OrxDbObj(outer);
+    if (!object) return E_OUTOFMEMORY;
+    inner.copyFrom(&object->m_inner);
+  }
+  return inner->QueryInterface(riid, ppvObject);
+}
+
+OrxDbObj::OrxDbObj(IUnknown* outer) : m_inner(*this), m_outer(outer ? outer : &m_inner) {
+  const ModuleStateSwitch active(orxdb::ComponentModuleState());
+  LoadComponentString(m_strYes, orxdb::IDS_YES);
+  LoadComponentString(m_strNo, orxdb::IDS_NO);
+  AbandonToolDbData();
+  g_pToolDbData = std::make_unique<CToolDbData>().release();
+}
+
+OrxDbObj::~OrxDbObj() {
+  EndToolDbData();
+}
+
+HRESULT OrxDbObj::InnerUnknown::QueryInterface(REFIID riid, void** ppvObject) {
+  if (!ppvObject) return E_POINTER;
+  *ppvObject = nullptr;
+  if (riid == IID_IUnknown) {
+    *ppvObject = static_cast<IUnknown*>(this);
+    AddRef();
+    return S_OK;
+  }
+  if (riid != IID_IDispatch && riid != IID_IOrxDbObj) return E_NOINTERFACE;
+  *ppvObject = static_cast<IOrxDbObj*>(&m_object);
+  m_object.AddRef();
+  return S_OK;
+}
+
+ULONG OrxDbObj::InnerUnknown::AddRef() {
+  return ++m_references;
+}
+
+ULONG OrxDbObj::InnerUnknown::Release() {
+  const ULONG references = --m_references;
+  if (references == 0) delete &m_object;
+  return references;
+}
+
+HRESULT OrxDbObj::QueryInterface(REFIID riid, void** ppvObject) {
+  return m_outer->QueryInterface(riid, ppvObject);
+}
+ULONG OrxDbObj::AddRef() {
+  return m_outer->AddRef();
+}
+ULONG OrxDbObj::Release() {
+  return m_outer->Release();
+}
+
+// Late-bound calls are not served yet.
+HRESULT OrxDbObj::GetTypeInfoCount(UINT* pctinfo) {
+  if (!pctinfo) return E_POINTER;
+  *pctinfo = 0;
+  return S_OK;
+}
+HRESULT OrxDbObj::GetTypeInfo(UINT, LCID, ITypeInfo**) {
+  return E_NOTIMPL;
+}
+HRESULT OrxDbObj::GetIDsOfNames(REFIID, LPOLESTR*, UINT, LCID, DISPID*) {
+  return E_NOTIMPL;
+}
+HRESULT OrxDbObj::Invoke(DISPID, REFIID, LCID, WORD, DISPPARAMS*, VARIANT*, EXCEPINFO*, UINT*) {
+  return E_NOTIMPL;
+}
+
+CToolTableInfo* OrxDbObj::FindToolTable(BSTR bstrToolTable) {
+  return g_pToolDbData->FindToolTable(orxdb::NarrowBstr(bstrToolTable));
+}
+
+HRESULT OrxDbObj::NotAvailable() {
+  return RunMethod<Guard::None>(false, [] { return S_OK; });
+}
