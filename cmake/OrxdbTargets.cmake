@@ -17,11 +17,11 @@ function(orxdb_part name)
 endfunction()
 
 # orxdb_test(name SOURCES... [LINK libs...] [ENVIRONMENT vars...]): a GoogleTest program, its
-# cases registered with CTest one by one.
+# cases registered with CTest one by one, labelled with its name.
 function(orxdb_test name)
   cmake_parse_arguments(TEST "" "" "LINK;ENVIRONMENT" ${ARGN})
-  add_executable(${name} ${TEST_UNPARSED_ARGUMENTS})
+  add_executable(${name} ${TEST_UNPARSED_ARGUMENTS} ${PROJECT_SOURCE_DIR}/tests/AdoptLocale.cpp)
   target_link_libraries(${name} PRIVATE orxdb_options ${TEST_LINK} GTest::gmock GTest::gtest_main)
   gtest_discover_tests(${name} DISCOVERY_TIMEOUT 60
-    PROPERTIES TIMEOUT 300 ENVIRONMENT "${TEST_ENVIRONMENT}")
+    PROPERTIES LABELS ${name} TIMEOUT 300 ENVIRONMENT "${TEST_ENVIRONMENT}")
 endfunction()

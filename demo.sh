@@ -1,0 +1,27 @@
+#!/usr/bin/env bash
+# Builds ORXDB, creates the starter tool database beside the program and shows tools of it.
+set -euo pipefail
+cd "$(dirname "${BASH_SOURCE[0]}")"
+
+scripts/install-packages.sh
+cmake --preset release
+cmake --build --preset release --target orxdb ORXDB
+
+orxdb=build/release/bin/orxdb
+show() {
+  printf '\n$ orxdb'
+  printf ' %q' "$@"
+  printf '\n'
+  "$orxdb" "$@"
+}
+
+if [ -e build/release/CAM/TOOLS/tools.mdb ]; then
+  echo "Keeping the tool database of an earlier run, build/release/CAM/TOOLS/tools.mdb."
+else
+  show create
+fi
+show types
+show list TAP --where "Thread_Series = 'M' AND Diameter BETWEEN 3 AND 12" --order "Diameter DESC" \
+  --columns Name,Diameter,Pitch,Tap_Drill,Material,TappingHead
+show list FLAT_END_MILL --where "Unit = 'in' AND Name LIKE '*1/2*'" --order "Diameter, Name" \
+  --columns Name,Diameter,Unit,Flute_Length,Material,Coating

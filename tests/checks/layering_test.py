@@ -1,0 +1,56 @@
+#!/usr/bin/env python3
+"""Plants includes in a small tree and looks which ones the layering check finds."""
+import tempfile
+import unittest
+from pathlib import Path
+
+from layering import violations
+
+TREE = ["platform/automation/A.h", "platform/framework/F.h", "interface/I.h", "values/V.h",
+        "database/operations/O.h", "database/D.h", "component/C.h", "host/H.h", "tests/T.h",
+        "benchmarks/B.h"]
+
+GOOD = [("platform/framework/x.h", "platform/automation/A.h"),
+        ("database/x.cpp", "database/operations/O.h"),
+        ("database/deep/er/x.cpp", "database/D.h"),
+        ("component/x.cpp", "component/C.h"),
+        ("component/x.cpp", "values/V.h"),
+        ("host/x.cpp", "interface/I.h"),
+        ("host/x.cpp", "platform/framework/F.h"),
+        ("tests/component/x.cpp", "component/C.h"),
+        ("tests/component/x.cpp", "tests/T.h"),
+        ("build/generated.cpp", "nowhere.h")]
+
+BAD = [("platform/automation/x.h", "platform/framework/F.h"),
+       ("database/operations/x.cpp", "database/D.h"),
+       ("values/x.h", "database/D.h"),
+       ("component/x.cpp", "host/H.h"),
+       ("component/x.cpp", "tests/T.h"),
+       ("benchmarks/x.cpp", "tests/T.h"),
+       ("host/x.cpp", "component/C.h"),
+       ("host/x.cpp", "values/V.h"),
+       ("values/x.cpp", "V.h"),
+       ("values/x.cpp", "../values/V.h"),
+       ("values/x.cpp", "values/Missing.h"),
+       ("misc/x.cpp", "values/V.h")]
+
+
+class Layering(unittest.TestCase):
+    def planted(self, file, include):
+        with tempfile.TemporaryDirectory() as folder:
+            root = Path(folder)
+            for name in TREE + [file]:
+                (root / name).parent.mkdir(parents=True, exist_ok=True)
+                (root / name).write_text("#pragma once\n", encoding="utf-8")
+            (root / file).write_text(f'// x\n#  include "{include}"\n', encoding="utf-8")
+            return violations(root)
+
+    def test_finds_exactly_the_bad_ones(self):
+        for file, include in GOOD:
+            self.assertEqual(self.planted(file, include), [], (file, include))
+        for file, include in BAD:
+            self.assertEqual(len(self.planted(file, include)), 1, (file, include))
+
+
+if __name__ == "__main__":
+    unittest.main()
