@@ -168,7 +168,7 @@ bool Recordset::SeekInKeyOrder(const Criteria& criteria, Which which, ChangeStam
   m_reader.Read(criteria, which, m_key, most, m_incoming);
   if (!Take(m_incoming, stamp)) return false;
   m_blockCriteria = criteria;
-  m_blockSize = which == Which::Last ? 0 : most;
+  m_blockSize = most;
   return true;
 }
 
@@ -354,8 +354,8 @@ void Recordset::GoTo(std::span<const unsigned char> bookmark) {
   if (m_copy) {
     if (key < 0 || key >= static_cast<std::int64_t>(m_copy->Rows().Size())) RaiseBadBookmark();
     DropEdit();
-    SeekInCopy({}, Which::First);
     ComeTo(key);
+    m_reachedCount = std::max(m_reachedCount, static_cast<std::size_t>(key) + 1);
     return;
   }
   const ChangeStamp stamp = m_connection->Stamp();
@@ -407,6 +407,8 @@ void Recordset::SetField(std::size_t field, const VARIANT& value) {
 
 void Recordset::Update() {
   if (!m_edit) throw CDaoException(DaoError::NotEditing, "No record is being added or edited");
+  // Behind which records a new one is listed must be known before it is there.
+  if (m_edit->IsAdding() && !m_source->inKeyOrder) AllRecords();
   m_edit->Store(*m_connection);
   m_lastModified = m_edit->Key();
   if (m_edit->IsAdding()) {

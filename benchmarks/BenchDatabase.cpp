@@ -1,0 +1,184 @@
+#include "benchmarks/BenchDatabase.h"
+
+#include <array>
+#include <cstdio>
+#include <cstdlib>
+#include <filesystem>
+#include <map>
+#include <stdexcept>
+
+namespace {
+
+constexpr std::array kMachiningTables = {"T24_27_30_31",
+                                         "DRILLING_FS",
+                                         "END_MILLING_FS",
+                                         "FACE_MILLING_FS",
+                                         "REAMING_FS",
+                                         "RECOMMENDED_FS",
+                                         "SLIT_MILLING_FS",
+                                         "THREADING_FS",
+                                         "DRILL_FEED",
+                                         "T15b_15d_22",
+                                         "T15c",
+                                         "T25",
+                                         "T33",
+                                         "T34",
+                                         "HARDNESS_BRC",
+                                         "HARDNESS_RCB",
+                                         "T5_DEPTH",
+                                         "T5_FEED"};
+
+/// Removes the files of a run at its end.
+struct Databases {
+  std::map<std::int64_t, std::string> paths;
+  ~Databases() {
+    for (const auto& [tools, path] : paths) {
+      for (const char* suffix : {"", "-wal", "-shm"}) std::remove((path + suffix).c_str());
+    }
+  }
+};
+
+void Run(sqlite3* database, const std::string& sql) {
+  char* message = nullptr;
+  if (sqlite3_exec(database, sql.c_str(), nullptr, nullptr, &message) != SQLITE_OK) {
+    throw std::runtime_error(std::string(message) + " in " + sql);
+  }
+}
+
+/// 36 columns of the table's own besides its key; with `Coating` and `Holder` looked up the stored
+/// query has 38 fields, 11 of them text.
+void MakeToolTable(sqlite3* database, const std::string& table, std::int64_t tools) {
+  std::string columns = "ID INTEGER PRIMARY KEY AUTOINCREMENT, Name TEXT(60)";
+  std::string view = "T.ID AS ID, T.Name AS Name";
+  std::string values = "printf('%s D%.3f L%d', '" + table + "', (n % 2000) / 100.0, n % 300)";
+  const auto add = [&](const std::string& name, const char* type, const std::string& value) {
+    columns += ", " + name + " " + type;
+    view += ", T." + name + " AS " + name;
+    values += ", " + value;
+  };
+  add("Diameter", "DOUBLE", "(n * 7919 % 2000) / 100.0");
+  add("Unit", "TEXT(4)", "CASE n % 3 WHEN 0 THEN 'in' ELSE 'mm' END");
+  add("Flutes", "SHORT", "2 + n % 6");
+  add("IsFavorite", "BOOLEAN", "-(n % 10 = 0)");
+  add("Changed", "DATETIME", "'2024-03-01 12:00:00'");
+  add("Price", "CURRENCY", "(n % 10000) / 100.0");
+  for (int i = 0; i < 18; ++i) {
+    add("Length_" + std::to_string(i), "DOUBLE", "(n + " + std::to_string(i) + ") / 8.0");
+  }
+  for (int i = 0; i < 4; ++i) add("Count_" + std::to_string(i), "LONG", "n % 97");
+  for (int i = 0; i < 6; ++i) {
+    add("Note_" + std::to_string(i), "TEXT(50)",
+        "'note " + std::to_string(i) + " of ' || (n % 50)");
+  }
+  columns += ", Coating LONG, Holder LONG";
+  values += ", 1 + n % 8, 1 + n % 5";
+  view += ", C.Name AS Coating, H.Name AS Holder";
+  Run(database, "CREATE TABLE " + table + " (" + columns + ")");
+  Run(database, "CREATE VIEW Q_" + table + " AS SELECT " + view + " FROM " + table +
+                    " AS T LEFT JOIN COATING AS C ON C.ID = T.Coating"
+                    " LEFT JOIN HOLDER AS H ON H.ID = T.Holder");
+  Run(database, "CREATE INDEX " + table + "_NAME ON " + table + " (Name COLLATE NOCASE)");
+  Run(database,
+      "WITH RECURSIVE numbers(n) AS (SELECT 1 UNION ALL SELECT n + 1 FROM numbers WHERE "
+      "n < " +
+          std::to_string(tools) + ") INSERT INTO " + table + " SELECT n, " + values +
+          " FROM numbers WHERE n <= " + std::to_string(tools));
+  Run(database,
+      "INSERT INTO TOOL_TYPES_DATA (TOOLTABLE_NAME, TOOL_TYPE, TOOL_SUBTYPE, "
+      "SEARCH_PARAM, DEF_NAME_FORMAT) VALUES ('Q_" +
+          table + "', 'Milling', 'Bench', 'Diameter', 'D%Diameter%_%Unit%')");
+}
+
+void MakeDatabase(const std::string& path, std::int64_t tools) {
+  std::filesystem::remove(path);
+  sqlite3* handle = nullptr;
+  sqlite3_open(path.c_str(), &handle);
+  const PlainDatabase database(handle);
+  Run(handle, "PRAGMA journal_mode = WAL");
+  Run(handle, "PRAGMA synchronous = OFF");
+  Run(handle, "BEGIN");
+  Run(handle,
+      "CREATE TABLE TOOL_TYPES_DATA (ID INTEGER PRIMARY KEY AUTOINCREMENT, TOOLTABLE_NAME TEXT(64),"
+      " TOOL_TYPE TEXT(64), TOOL_SUBTYPE TEXT(64), SEARCH_PARAM LONGTEXT, COMMENT TEXT(255),"
+      " TEMPL_TAB_NAME TEXT(64), DEF_NAME_FORMAT TEXT(255), PRIMARY_OP TEXT(64), ICON LONGBINARY);"
+      "CREATE VIEW TOOL_TYPES AS SELECT T.ID AS ID, T.TOOLTABLE_NAME AS TOOLTABLE_NAME,"
+      " T.TOOL_TYPE AS TOOL_TYPE, T.TOOL_SUBTYPE AS TOOL_SUBTYPE, T.SEARCH_PARAM AS SEARCH_PARAM,"
+      " T.COMMENT AS COMMENT, T.TEMPL_TAB_NAME AS TEMPL_TAB_NAME,"
+      " T.DEF_NAME_FORMAT AS DEF_NAME_FORMAT, T.PRIMARY_OP AS PRIMARY_OP, T.ICON AS ICON"
+      " FROM TOOL_TYPES_DATA AS T;"
+      "CREATE TABLE COATING (ID INTEGER PRIMARY KEY AUTOINCREMENT, Name TEXT(30));"
+      "INSERT INTO COATING (Name) VALUES ('Bright'), ('TiN'), ('TiCN'), ('TiAlN'), ('AlCrN'),"
+      " ('DLC'), ('Diamond'), ('ZrN');"
+      "CREATE TABLE HOLDER (ID INTEGER PRIMARY KEY AUTOINCREMENT, Name TEXT(30));"
+      "INSERT INTO HOLDER (Name) VALUES ('ER16'), ('ER25'), ('ER32'), ('Weldon'), ('Shrink');"
+      "CREATE TABLE STOCK_MATERIAL (ID INTEGER PRIMARY KEY AUTOINCREMENT, DispType TEXT(60));"
+      "INSERT INTO STOCK_MATERIAL (DispType) VALUES ('Steel'), ('Brass');"
+      "CREATE VIEW Q_STOCK_MATERIAL AS SELECT S.ID AS ID, S.DispType AS DispType"
+      " FROM STOCK_MATERIAL AS S;");
+  for (const std::string table : kMachiningTables) {
+    Run(handle, "CREATE TABLE " + table +
+                    " (ID INTEGER PRIMARY KEY AUTOINCREMENT, Low DOUBLE, High DOUBLE);"
+                    "INSERT INTO " +
+                    table +
+                    " (Low, High) VALUES (1, 2), (2, 3);"
+                    "CREATE VIEW Q_" +
+                    table +
+                    " AS SELECT F.ID AS ID, F.Low AS Low, F.High AS High"
+                    " FROM " +
+                    table + " AS F");
+  }
+  MakeToolTable(handle, kBenchTable, tools);
+  for (int i = 1; i < kToolTables; ++i) MakeToolTable(handle, "OTHER_" + std::to_string(i), 20);
+  Run(handle, "COMMIT");
+  Run(handle, "PRAGMA wal_checkpoint(TRUNCATE)");
+}
+
+}  // namespace
+
+const std::string& BenchDatabase(std::int64_t tools) {
+  static Databases databases;
+  std::string& path = databases.paths[tools];
+  if (path.empty()) {
+    path = std::filesystem::temp_directory_path() /
+           ("orxdb-bench-" + std::to_string(tools) + "-" + std::to_string(std::rand()) + ".mdb");
+    MakeDatabase(path, tools);
+  }
+  return path;
+}
+
+PlainDatabase OpenPlain(const std::string& path) {
+  sqlite3* handle = nullptr;
+  if (sqlite3_open_v2(path.c_str(), &handle, SQLITE_OPEN_READWRITE, nullptr) != SQLITE_OK) {
+    throw std::runtime_error("cannot open " + path);
+  }
+  return PlainDatabase(handle);
+}
+
+PlainStatement Prepare(sqlite3* database, const std::string& sql) {
+  sqlite3_stmt* statement = nullptr;
+  if (sqlite3_prepare_v2(database, sql.c_str(), -1, &statement, nullptr) != SQLITE_OK) {
+    throw std::runtime_error(std::string(sqlite3_errmsg(database)) + " in " + sql);
+  }
+  return PlainStatement(statement);
+}
+
+std::int64_t ReadRow(sqlite3_stmt* row) {
+  std::int64_t sum = 0;
+  const int columns = sqlite3_column_count(row);
+  for (int i = 0; i < columns; ++i) {
+    switch (sqlite3_column_type(row, i)) {
+      case SQLITE_INTEGER:
+        sum += sqlite3_column_int64(row, i);
+        break;
+      case SQLITE_FLOAT:
+        sum += static_cast<std::int64_t>(sqlite3_column_double(row, i));
+        break;
+      case SQLITE_TEXT:
+        sum += sqlite3_column_text(row, i)[0] + sqlite3_column_bytes(row, i);
+        break;
+      default:
+        break;
+    }
+  }
+  return sum;
+}

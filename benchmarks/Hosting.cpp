@@ -1,0 +1,92 @@
+#include "benchmarks/Hosting.h"
+
+#include <algorithm>
+#include <chrono>
+#include <stdexcept>
+#include <utility>
+#include <vector>
+
+#include "benchmarks/BenchDatabase.h"
+#include "platform/automation/Bstr.h"
+#include "platform/automation/ClassObject.h"
+#include "platform/automation/Variant.h"
+#include "platform/framework/Text.h"
+
+using orxdb::ComPtr;
+using orxdb::Variant;
+using orxdb::WidenToBstr;
+
+namespace {
+
+using Clock = std::chrono::steady_clock;
+
+double Median(std::vector<double> values) {
+  std::sort(values.begin(), values.end());
+  return values[values.size() / 2];
+}
+
+std::pair<double, std::int64_t> Timed(const std::function<std::int64_t()>& work) {
+  const auto begin = Clock::now();
+  const std::int64_t items = work();
+  return {std::chrono::duration<double>(Clock::now() - begin).count(), items};
+}
+
+void Check(HRESULT result) {
+  if (result != S_OK) throw std::runtime_error("a method of the component failed");
+}
+
+}  // namespace
+
+ComPtr<IOrxDbObj> CreateObject() {
+  ComPtr<IClassFactory> factory;
+  Check(CoGetClassObjectFromFile(ORXDB_LIBRARY, CLSID_OrxDbObj, IID_IClassFactory,
+                                 factory.putVoid()));
+  ComPtr<IOrxDbObj> object;
+  Check(factory->CreateInstance(nullptr, IID_IOrxDbObj, object.putVoid()));
+  return object;
+}
+
+ComPtr<IOrxDbObj> OpenObject(const std::string& path) {
+  ComPtr<IOrxDbObj> object = CreateObject();
+  Check(object->SetMdbFile(WidenToBstr(path).get()));
+  LONG count = -1;
+  Check(object->GetSelectedRecordCount(WidenToBstr(kBenchTable).get(), &count));
+  if (count < 0) throw std::runtime_error("the database did not open");
+  return object;
+}
+
+std::int64_t WalkTools(IOrxDbObj& object, const std::string& where, const std::string& order) {
+  const auto table = WidenToBstr(kBenchTable);
+  Check(object.SetTabFilter(table.get(), WidenToBstr(where).get(), WidenToBstr(order).get()));
+  Variant names;
+  Variant values;
+  std::int64_t tools = 0;
+  Check(object.GetFirstTool(table.get(), names.put(), values.put()));
+  for (; !values.empty(); ++tools) Check(object.GetNextTool(table.get(), values.put()));
+  return tools;
+}
+
+void Compare(benchmark::State& state, double limit, const std::function<std::int64_t()>& plain,
+             const std::function<std::int64_t()>& component) {
+  std::vector<double> plainTimes;
+  std::vector<double> componentTimes;
+  std::int64_t items = 0;
+  plain();
+  component();
+  for (auto _ : state) {
+    const auto [plainTime, expected] = Timed(plain);
+    const auto [time, count] = Timed(component);
+    if (count != expected) {
+      state.SkipWithError("the component and its plain twin disagree");
+      return;
+    }
+    plainTimes.push_back(plainTime);
+    componentTimes.push_back(time);
+    items += count;
+    state.SetIterationTime(time);
+  }
+  state.SetItemsProcessed(items);
+  state.counters["plain_ms"] = Median(plainTimes) * 1000;
+  state.counters["ratio"] = Median(componentTimes) / Median(plainTimes);
+  state.counters["limit"] = limit;
+}

@@ -1,0 +1,23 @@
+#pragma once
+
+#include <benchmark/benchmark.h>
+#include <cstdint>
+#include <functional>
+#include <string>
+
+#include "interface/IOrxDbObj.h"
+#include "platform/automation/ComPtr.h"
+
+/// A new object of the component, loaded from its library as a host does it.
+orxdb::ComPtr<IOrxDbObj> CreateObject();
+/// The same with the database open; throws when it does not open.
+orxdb::ComPtr<IOrxDbObj> OpenObject(const std::string& path);
+
+/// Sets the filter and the ordering ("" for none), walks the table and gives the number of tools.
+std::int64_t WalkTools(IOrxDbObj& object, const std::string& where, const std::string& order);
+
+/// Runs the plain work and the component's in turn, so that both meet the same conditions, and
+/// reports the component's time with these counters: `plain_ms`, `ratio` of the medians, `limit`.
+/// Both must give the same count, which is the number of items processed.
+void Compare(benchmark::State& state, double limit, const std::function<std::int64_t()>& plain,
+             const std::function<std::int64_t()>& component);
