@@ -139,7 +139,8 @@ UPDATE FLAT_END_MILL SET Coating = (SELECT ID FROM COATING WHERE Name = 'TiAlN')
 WHERE Name LIKE '% carbide';
 UPDATE FLAT_END_MILL SET Coating = (SELECT ID FROM COATING WHERE Name = 'ZrN')
 WHERE Name LIKE '% aluminium';
-UPDATE FLAT_END_MILL SET Helix_Angle = 45, Comment = 'Polished flutes, for aluminium and plastics' WHERE Name LIKE '% aluminium';
+UPDATE FLAT_END_MILL SET Helix_Angle = 45, Comment = 'Polished flutes, for aluminium and plastics'
+WHERE Name LIKE '% aluminium';
 UPDATE FLAT_END_MILL SET Center_Cutting = 0 WHERE Standard = 'DIN 844';
 UPDATE FLAT_END_MILL SET IsFavorite = -1 WHERE "Flutes_#" = 4 AND Diameter IN (6, 10, 0.25, 0.5);
 UPDATE FLAT_END_MILL SET Holder = (

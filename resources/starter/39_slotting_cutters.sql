@@ -101,7 +101,8 @@ UPDATE SLITTING_SAW SET Holder = (
 UPDATE SLITTING_SAW SET
     AUX_Metric_Diameter = CASE Unit WHEN 'in' THEN round(Diameter * 25.4, 6) ELSE Diameter END;
 
--- Woodruff keyseat cutters. Key_Size names the key that fits the seat; lengths and diameters are in the unit of the row.
+-- Woodruff keyseat cutters. Key_Size names the key that fits the seat.
+-- Lengths and diameters are in the unit of the row.
 
 CREATE TABLE WOODRUFF_CUTTER (
     ID INTEGER PRIMARY KEY AUTOINCREMENT,

@@ -141,7 +141,8 @@ INSERT INTO TWIST_DRILL (Name, Diameter, Unit, Size_Code, Flute_Length, Overall_
     ('Drill letter R', 0.339, 'in', 'R', 3.4375,  4.75, 0.339, 'ASME B94.11'),
     ('Drill letter U', 0.368, 'in', 'U',  3.625,     5, 0.368, 'ASME B94.11');
 
-UPDATE TWIST_DRILL SET IsFavorite = -1, Comment = 'Tap drill' WHERE Name IN ('Drill 3.3 mm', 'Drill 4.2 mm', 'Drill 5 mm',
+UPDATE TWIST_DRILL SET IsFavorite = -1, Comment = 'Tap drill'
+WHERE Name IN ('Drill 3.3 mm', 'Drill 4.2 mm', 'Drill 5 mm',
     'Drill 6.8 mm', 'Drill 8.5 mm', 'Drill 10.2 mm', 'Drill #7');
 UPDATE TWIST_DRILL SET
     AUX_Metric_Diameter = CASE Unit WHEN 'in' THEN round(Diameter * 25.4, 6) ELSE Diameter END;

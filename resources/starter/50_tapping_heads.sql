@@ -44,36 +44,40 @@ SELECT T.ID AS "TAPPING_HEAD.ID",
 FROM TAPPING_HEAD AS T;
 
 -- Metric heads
-INSERT INTO TAPPING_HEAD (ID, Name, Description, Min_Diameter, Max_Diameter, Unit, Shank_Type, Gauge_Length,
+INSERT INTO TAPPING_HEAD (ID, Name, Min_Diameter, Max_Diameter, Unit, Shank_Type, Gauge_Length,
     Approach_Height, Retraction_Height, Extra_Depth, Retraction_Ratio) VALUES
-    ( 1, 'Synchro M1-M6',        'Synchronous chuck with minimum compensation',  1,  6, 'mm', 'Straight 16 mm',  58, 2,  4, 0.5,  1.5),
-    ( 2, 'Synchro M3-M12',       'Synchronous chuck with minimum compensation',  3, 12, 'mm', 'Straight 20 mm',  72, 2,  5,   1,  1.5),
-    ( 3, 'Synchro M8-M20',       'Synchronous chuck with minimum compensation',  8, 20, 'mm', 'Straight 25 mm',  98, 3,  6,   1,  1.2),
-    ( 4, 'Compensating M3-M8',   'Length compensation both ways',                3,  8, 'mm', 'Straight 20 mm',  80, 4,  8, 1.5,    1),
-    ( 5, 'Compensating M8-M12',  'Length compensation both ways',                8, 12, 'mm', 'Straight 20 mm',  92, 5, 10,   2,    1),
-    ( 6, 'Compensating M8-M20',  'Length compensation both ways',                8, 20, 'mm', 'Taper 40',       115, 6, 12, 2.5,    1),
-    ( 7, 'Compensating M14-M33', 'Length compensation both ways',               14, 33, 'mm', 'Taper 50',       154, 8, 16,   4,    1),
-    ( 8, 'Reversing M1-M4',      'Self-reversing head',                          1,  4, 'mm', 'Morse taper 1',   90, 3,  5,   1, 1.75),
-    ( 9, 'Reversing M2-M7',      'Self-reversing head',                          2,  7, 'mm', 'Morse taper 2',  105, 4,  6,   1, 1.75),
-    (10, 'Reversing M5-M12',     'Self-reversing head',                          5, 12, 'mm', 'Morse taper 2',  124, 5,  8, 1.5, 1.75),
-    (11, 'Reversing M8-M20',     'Self-reversing head',                          8, 20, 'mm', 'Morse taper 3',  165, 6, 10,   2,  1.5),
-    (12, 'Quick-change M3-M14',  'Quick-change chuck with torque limit',         3, 14, 'mm', 'Taper 40',        96, 5, 10,   2,    1),
-    (13, 'Quick-change M14-M24', 'Quick-change chuck with torque limit',        14, 24, 'mm', 'Taper 40',       132, 6, 12,   3,    1),
-    (14, 'Quick-change M22-M48', 'Quick-change chuck with torque limit',        22, 48, 'mm', 'Taper 50',       178, 8, 16,   4,    1);
+    ( 1, 'Synchro M1-M6',         1,  6, 'mm', 'Straight 16 mm',  58, 2,  4, 0.5,  1.5),
+    ( 2, 'Synchro M3-M12',        3, 12, 'mm', 'Straight 20 mm',  72, 2,  5,   1,  1.5),
+    ( 3, 'Synchro M8-M20',        8, 20, 'mm', 'Straight 25 mm',  98, 3,  6,   1,  1.2),
+    ( 4, 'Compensating M3-M8',    3,  8, 'mm', 'Straight 20 mm',  80, 4,  8, 1.5,    1),
+    ( 5, 'Compensating M8-M12',   8, 12, 'mm', 'Straight 20 mm',  92, 5, 10,   2,    1),
+    ( 6, 'Compensating M8-M20',   8, 20, 'mm', 'Taper 40',       115, 6, 12, 2.5,    1),
+    ( 7, 'Compensating M14-M33', 14, 33, 'mm', 'Taper 50',       154, 8, 16,   4,    1),
+    ( 8, 'Reversing M1-M4',       1,  4, 'mm', 'Morse taper 1',   90, 3,  5,   1, 1.75),
+    ( 9, 'Reversing M2-M7',       2,  7, 'mm', 'Morse taper 2',  105, 4,  6,   1, 1.75),
+    (10, 'Reversing M5-M12',      5, 12, 'mm', 'Morse taper 2',  124, 5,  8, 1.5, 1.75),
+    (11, 'Reversing M8-M20',      8, 20, 'mm', 'Morse taper 3',  165, 6, 10,   2,  1.5),
+    (12, 'Quick-change M3-M14',   3, 14, 'mm', 'Taper 40',        96, 5, 10,   2,    1),
+    (13, 'Quick-change M14-M24', 14, 24, 'mm', 'Taper 40',       132, 6, 12,   3,    1),
+    (14, 'Quick-change M22-M48', 22, 48, 'mm', 'Taper 50',       178, 8, 16,   4,    1);
 
 -- Inch heads
-INSERT INTO TAPPING_HEAD (ID, Name, Description, Min_Diameter, Max_Diameter, Unit, Shank_Type, Gauge_Length,
+INSERT INTO TAPPING_HEAD (ID, Name, Min_Diameter, Max_Diameter, Unit, Shank_Type, Gauge_Length,
     Approach_Height, Retraction_Height, Extra_Depth, Retraction_Ratio) VALUES
-    (15, 'Synchro #0-1/4 in',           'Synchronous chuck with minimum compensation',  0.06,   0.25, 'in', 'Straight 3/4 in',    2.5, 0.08, 0.16, 0.03,  1.5),
-    (16, 'Synchro #6-1/2 in',           'Synchronous chuck with minimum compensation', 0.138,    0.5, 'in', 'Straight 3/4 in',      3, 0.08,  0.2, 0.04,  1.5),
-    (17, 'Compensating #8-9/16 in',     'Length compensation both ways',               0.164, 0.5625, 'in', 'Straight 1 in',      3.6,  0.2,  0.4, 0.08,    1),
-    (18, 'Compensating 1/2-1 in',       'Length compensation both ways',                 0.5,      1, 'in', 'Straight 1-1/4 in',  5.1, 0.25,  0.5,  0.1,    1),
-    (19, 'Reversing #0-#10',            'Self-reversing head',                          0.06,   0.19, 'in', 'Jacobs taper 6',    3.75, 0.12,  0.2, 0.04, 1.75),
-    (20, 'Reversing #8-1/2 in',         'Self-reversing head',                         0.164,    0.5, 'in', 'Jacobs taper 33',    4.9,  0.2,  0.3, 0.06, 1.75),
-    (21, 'Quick-change 3/4-1-3/4 in',   'Quick-change chuck with torque limit',         0.75,   1.75, 'in', 'Taper 50',           6.4,  0.3,  0.6, 0.15,    1),
-    (22, 'Quick-change 1-1/4-3-1/2 in', 'Quick-change chuck with torque limit',         1.25,    3.5, 'in', 'Taper 50',          8.75,  0.4,  0.8,  0.2,    1);
+    (15, 'Synchro #0-1/4 in',            0.06,   0.25, 'in', 'Straight 3/4 in',    2.5, 0.08, 0.16, 0.03,  1.5),
+    (16, 'Synchro #6-1/2 in',           0.138,    0.5, 'in', 'Straight 3/4 in',      3, 0.08,  0.2, 0.04,  1.5),
+    (17, 'Compensating #8-9/16 in',     0.164, 0.5625, 'in', 'Straight 1 in',      3.6,  0.2,  0.4, 0.08,    1),
+    (18, 'Compensating 1/2-1 in',         0.5,      1, 'in', 'Straight 1-1/4 in',  5.1, 0.25,  0.5,  0.1,    1),
+    (19, 'Reversing #0-#10',             0.06,   0.19, 'in', 'Jacobs taper 6',    3.75, 0.12,  0.2, 0.04, 1.75),
+    (20, 'Reversing #8-1/2 in',         0.164,    0.5, 'in', 'Jacobs taper 33',    4.9,  0.2,  0.3, 0.06, 1.75),
+    (21, 'Quick-change 3/4-1-3/4 in',    0.75,   1.75, 'in', 'Taper 50',           6.4,  0.3,  0.6, 0.15,    1),
+    (22, 'Quick-change 1-1/4-3-1/2 in',  1.25,    3.5, 'in', 'Taper 50',          8.75,  0.4,  0.8,  0.2,    1);
 
 UPDATE TAPPING_HEAD SET
     AUX_Metric_Min_Diameter = CASE Unit WHEN 'in' THEN round(Min_Diameter * 25.4, 6) ELSE Min_Diameter END,
     AUX_Metric_Max_Diameter = CASE Unit WHEN 'in' THEN round(Max_Diameter * 25.4, 6) ELSE Max_Diameter END;
 UPDATE TAPPING_HEAD SET IsFavorite = -1 WHERE Name IN ('Synchro M3-M12', 'Synchro #6-1/2 in');
+UPDATE TAPPING_HEAD SET Description = 'Synchronous chuck with minimum compensation' WHERE Name LIKE 'Synchro %';
+UPDATE TAPPING_HEAD SET Description = 'Length compensation both ways' WHERE Name LIKE 'Compensating %';
+UPDATE TAPPING_HEAD SET Description = 'Self-reversing head' WHERE Name LIKE 'Reversing %';
+UPDATE TAPPING_HEAD SET Description = 'Quick-change chuck with torque limit' WHERE Name LIKE 'Quick-change %';

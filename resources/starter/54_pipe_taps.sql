@@ -67,64 +67,66 @@ LEFT JOIN TAPPING_HEAD AS H ON H.ID = T.TappingHead;
 
 -- American taper pipe thread
 INSERT INTO PIPE_TAP (Name, Thread_Size, Thread_Series, Diameter, Unit, Threads_Per_Inch, Taper, Tap_Drill,
-    Thread_Length, Overall_Length, Shank_Diameter, "Flutes_#", Standard) VALUES
-    ('Pipe tap 1/16-27 NPT',    '1/16-27',    'NPT', 0.3125, 'in',   27, 0.0625,     0.25, 0.6875,  2.125, 0.3125, 3, 'ASME B1.20.1'),
-    ('Pipe tap 1/8-27 NPT',     '1/8-27',     'NPT',  0.405, 'in',   27, 0.0625,    0.339,   0.75,  2.125, 0.4375, 4, 'ASME B1.20.1'),
-    ('Pipe tap 1/4-18 NPT',     '1/4-18',     'NPT',   0.54, 'in',   18, 0.0625,   0.4375, 1.0625, 2.4375, 0.5625, 4, 'ASME B1.20.1'),
-    ('Pipe tap 3/8-18 NPT',     '3/8-18',     'NPT',  0.675, 'in',   18, 0.0625, 0.578125, 1.0625, 2.5625,    0.7, 4, 'ASME B1.20.1'),
-    ('Pipe tap 1/2-14 NPT',     '1/2-14',     'NPT',   0.84, 'in',   14, 0.0625,  0.71875,  1.375,  3.125, 0.6875, 4, 'ASME B1.20.1'),
-    ('Pipe tap 3/4-14 NPT',     '3/4-14',     'NPT',   1.05, 'in',   14, 0.0625, 0.921875,  1.375,   3.25, 0.9063, 4, 'ASME B1.20.1'),
-    ('Pipe tap 1-11.5 NPT',     '1-11.5',     'NPT',  1.315, 'in', 11.5, 0.0625,  1.15625,   1.75,   3.75,  1.125, 6, 'ASME B1.20.1'),
-    ('Pipe tap 1-1/4-11.5 NPT', '1-1/4-11.5', 'NPT',   1.66, 'in', 11.5, 0.0625,      1.5,   1.75,      4, 1.3125, 6, 'ASME B1.20.1'),
-    ('Pipe tap 1-1/2-11.5 NPT', '1-1/2-11.5', 'NPT',    1.9, 'in', 11.5, 0.0625, 1.734375,   1.75,   4.25,    1.5, 6, 'ASME B1.20.1'),
-    ('Pipe tap 2-11.5 NPT',     '2-11.5',     'NPT',  2.375, 'in', 11.5, 0.0625,  2.21875,   1.75,    4.5,  1.875, 6, 'ASME B1.20.1'),
-    ('Pipe tap 2-1/2-8 NPT',    '2-1/2-8',    'NPT',  2.875, 'in',    8, 0.0625,    2.625, 2.5625,    5.5,   2.25, 6, 'ASME B1.20.1'),
-    ('Pipe tap 3-8 NPT',        '3-8',        'NPT',    3.5, 'in',    8, 0.0625,     3.25,  2.625,      6,  2.625, 6, 'ASME B1.20.1');
+    Thread_Length, Overall_Length, Shank_Diameter, "Flutes_#") VALUES
+    ('Pipe tap 1/16-27 NPT',    '1/16-27',    'NPT', 0.3125, 'in',   27, 0.0625,     0.25, 0.6875,  2.125, 0.3125, 3),
+    ('Pipe tap 1/8-27 NPT',     '1/8-27',     'NPT',  0.405, 'in',   27, 0.0625,    0.339,   0.75,  2.125, 0.4375, 4),
+    ('Pipe tap 1/4-18 NPT',     '1/4-18',     'NPT',   0.54, 'in',   18, 0.0625,   0.4375, 1.0625, 2.4375, 0.5625, 4),
+    ('Pipe tap 3/8-18 NPT',     '3/8-18',     'NPT',  0.675, 'in',   18, 0.0625, 0.578125, 1.0625, 2.5625,    0.7, 4),
+    ('Pipe tap 1/2-14 NPT',     '1/2-14',     'NPT',   0.84, 'in',   14, 0.0625,  0.71875,  1.375,  3.125, 0.6875, 4),
+    ('Pipe tap 3/4-14 NPT',     '3/4-14',     'NPT',   1.05, 'in',   14, 0.0625, 0.921875,  1.375,   3.25, 0.9063, 4),
+    ('Pipe tap 1-11.5 NPT',     '1-11.5',     'NPT',  1.315, 'in', 11.5, 0.0625,  1.15625,   1.75,   3.75,  1.125, 6),
+    ('Pipe tap 1-1/4-11.5 NPT', '1-1/4-11.5', 'NPT',   1.66, 'in', 11.5, 0.0625,      1.5,   1.75,      4, 1.3125, 6),
+    ('Pipe tap 1-1/2-11.5 NPT', '1-1/2-11.5', 'NPT',    1.9, 'in', 11.5, 0.0625, 1.734375,   1.75,   4.25,    1.5, 6),
+    ('Pipe tap 2-11.5 NPT',     '2-11.5',     'NPT',  2.375, 'in', 11.5, 0.0625,  2.21875,   1.75,    4.5,  1.875, 6),
+    ('Pipe tap 2-1/2-8 NPT',    '2-1/2-8',    'NPT',  2.875, 'in',    8, 0.0625,    2.625, 2.5625,    5.5,   2.25, 6),
+    ('Pipe tap 3-8 NPT',        '3-8',        'NPT',    3.5, 'in',    8, 0.0625,     3.25,  2.625,      6,  2.625, 6);
 
 -- American dryseal taper pipe thread
 INSERT INTO PIPE_TAP (Name, Thread_Size, Thread_Series, Diameter, Unit, Threads_Per_Inch, Taper, Tap_Drill,
-    Thread_Length, Overall_Length, Shank_Diameter, "Flutes_#", Standard) VALUES
-    ('Pipe tap 1/16-27 NPTF',    '1/16-27',    'NPTF', 0.3125, 'in',   27, 0.0625,     0.25, 0.6875,  2.125, 0.3125, 3, 'ASME B1.20.3'),
-    ('Pipe tap 1/8-27 NPTF',     '1/8-27',     'NPTF',  0.405, 'in',   27, 0.0625,    0.339,   0.75,  2.125, 0.4375, 4, 'ASME B1.20.3'),
-    ('Pipe tap 1/4-18 NPTF',     '1/4-18',     'NPTF',   0.54, 'in',   18, 0.0625,   0.4375, 1.0625, 2.4375, 0.5625, 4, 'ASME B1.20.3'),
-    ('Pipe tap 3/8-18 NPTF',     '3/8-18',     'NPTF',  0.675, 'in',   18, 0.0625, 0.578125, 1.0625, 2.5625,    0.7, 4, 'ASME B1.20.3'),
-    ('Pipe tap 1/2-14 NPTF',     '1/2-14',     'NPTF',   0.84, 'in',   14, 0.0625,  0.71875,  1.375,  3.125, 0.6875, 4, 'ASME B1.20.3'),
-    ('Pipe tap 3/4-14 NPTF',     '3/4-14',     'NPTF',   1.05, 'in',   14, 0.0625, 0.921875,  1.375,   3.25, 0.9063, 4, 'ASME B1.20.3'),
-    ('Pipe tap 1-11.5 NPTF',     '1-11.5',     'NPTF',  1.315, 'in', 11.5, 0.0625,  1.15625,   1.75,   3.75,  1.125, 6, 'ASME B1.20.3'),
-    ('Pipe tap 1-1/4-11.5 NPTF', '1-1/4-11.5', 'NPTF',   1.66, 'in', 11.5, 0.0625,      1.5,   1.75,      4, 1.3125, 6, 'ASME B1.20.3'),
-    ('Pipe tap 1-1/2-11.5 NPTF', '1-1/2-11.5', 'NPTF',    1.9, 'in', 11.5, 0.0625, 1.734375,   1.75,   4.25,    1.5, 6, 'ASME B1.20.3'),
-    ('Pipe tap 2-11.5 NPTF',     '2-11.5',     'NPTF',  2.375, 'in', 11.5, 0.0625,  2.21875,   1.75,    4.5,  1.875, 6, 'ASME B1.20.3');
+    Thread_Length, Overall_Length, Shank_Diameter, "Flutes_#") VALUES
+    ('Pipe tap 1/16-27 NPTF',    '1/16-27',    'NPTF', 0.3125, 'in',   27, 0.0625,     0.25, 0.6875,  2.125, 0.3125, 3),
+    ('Pipe tap 1/8-27 NPTF',     '1/8-27',     'NPTF',  0.405, 'in',   27, 0.0625,    0.339,   0.75,  2.125, 0.4375, 4),
+    ('Pipe tap 1/4-18 NPTF',     '1/4-18',     'NPTF',   0.54, 'in',   18, 0.0625,   0.4375, 1.0625, 2.4375, 0.5625, 4),
+    ('Pipe tap 3/8-18 NPTF',     '3/8-18',     'NPTF',  0.675, 'in',   18, 0.0625, 0.578125, 1.0625, 2.5625,    0.7, 4),
+    ('Pipe tap 1/2-14 NPTF',     '1/2-14',     'NPTF',   0.84, 'in',   14, 0.0625,  0.71875,  1.375,  3.125, 0.6875, 4),
+    ('Pipe tap 3/4-14 NPTF',     '3/4-14',     'NPTF',   1.05, 'in',   14, 0.0625, 0.921875,  1.375,   3.25, 0.9063, 4),
+    ('Pipe tap 1-11.5 NPTF',     '1-11.5',     'NPTF',  1.315, 'in', 11.5, 0.0625,  1.15625,   1.75,   3.75,  1.125, 6),
+    ('Pipe tap 1-1/4-11.5 NPTF', '1-1/4-11.5', 'NPTF',   1.66, 'in', 11.5, 0.0625,      1.5,   1.75,      4, 1.3125, 6),
+    ('Pipe tap 1-1/2-11.5 NPTF', '1-1/2-11.5', 'NPTF',    1.9, 'in', 11.5, 0.0625, 1.734375,   1.75,   4.25,    1.5, 6),
+    ('Pipe tap 2-11.5 NPTF',     '2-11.5',     'NPTF',  2.375, 'in', 11.5, 0.0625,  2.21875,   1.75,    4.5,  1.875, 6);
 
 -- Parallel pipe thread
 INSERT INTO PIPE_TAP (Name, Thread_Size, Thread_Series, Diameter, Unit, Threads_Per_Inch, Taper, Tap_Drill,
-    Thread_Length, Overall_Length, Shank_Diameter, "Flutes_#", Standard) VALUES
-    ('Pipe tap G 1/16',  'G 1/16',  'G',  7.723, 'mm', 28, 0,   6.8, 18,  90,  6, 3, 'ISO 228-1'),
-    ('Pipe tap G 1/8',   'G 1/8',   'G',  9.728, 'mm', 28, 0,   8.8, 20,  90,  7, 4, 'ISO 228-1'),
-    ('Pipe tap G 1/4',   'G 1/4',   'G', 13.157, 'mm', 19, 0,  11.8, 22, 100, 11, 4, 'ISO 228-1'),
-    ('Pipe tap G 3/8',   'G 3/8',   'G', 16.662, 'mm', 19, 0, 15.25, 22, 100, 12, 4, 'ISO 228-1'),
-    ('Pipe tap G 1/2',   'G 1/2',   'G', 20.955, 'mm', 14, 0,    19, 25, 125, 16, 4, 'ISO 228-1'),
-    ('Pipe tap G 5/8',   'G 5/8',   'G', 22.911, 'mm', 14, 0,    21, 25, 125, 18, 4, 'ISO 228-1'),
-    ('Pipe tap G 3/4',   'G 3/4',   'G', 26.441, 'mm', 14, 0,  24.5, 28, 140, 20, 4, 'ISO 228-1'),
-    ('Pipe tap G 7/8',   'G 7/8',   'G', 30.201, 'mm', 14, 0, 28.25, 28, 150, 22, 6, 'ISO 228-1'),
-    ('Pipe tap G 1',     'G 1',     'G', 33.249, 'mm', 11, 0, 30.75, 30, 160, 25, 6, 'ISO 228-1'),
-    ('Pipe tap G 1-1/4', 'G 1-1/4', 'G',  41.91, 'mm', 11, 0,  39.5, 30, 170, 32, 6, 'ISO 228-1'),
-    ('Pipe tap G 1-1/2', 'G 1-1/2', 'G', 47.803, 'mm', 11, 0, 45.25, 32, 190, 36, 6, 'ISO 228-1'),
-    ('Pipe tap G 2',     'G 2',     'G', 59.614, 'mm', 11, 0,    57, 40, 220, 45, 6, 'ISO 228-1');
+    Thread_Length, Overall_Length, Shank_Diameter, "Flutes_#") VALUES
+    ('Pipe tap G 1/16',  'G 1/16',  'G',  7.723, 'mm', 28, 0,   6.8, 18,  90,  6, 3),
+    ('Pipe tap G 1/8',   'G 1/8',   'G',  9.728, 'mm', 28, 0,   8.8, 20,  90,  7, 4),
+    ('Pipe tap G 1/4',   'G 1/4',   'G', 13.157, 'mm', 19, 0,  11.8, 22, 100, 11, 4),
+    ('Pipe tap G 3/8',   'G 3/8',   'G', 16.662, 'mm', 19, 0, 15.25, 22, 100, 12, 4),
+    ('Pipe tap G 1/2',   'G 1/2',   'G', 20.955, 'mm', 14, 0,    19, 25, 125, 16, 4),
+    ('Pipe tap G 5/8',   'G 5/8',   'G', 22.911, 'mm', 14, 0,    21, 25, 125, 18, 4),
+    ('Pipe tap G 3/4',   'G 3/4',   'G', 26.441, 'mm', 14, 0,  24.5, 28, 140, 20, 4),
+    ('Pipe tap G 7/8',   'G 7/8',   'G', 30.201, 'mm', 14, 0, 28.25, 28, 150, 22, 6),
+    ('Pipe tap G 1',     'G 1',     'G', 33.249, 'mm', 11, 0, 30.75, 30, 160, 25, 6),
+    ('Pipe tap G 1-1/4', 'G 1-1/4', 'G',  41.91, 'mm', 11, 0,  39.5, 30, 170, 32, 6),
+    ('Pipe tap G 1-1/2', 'G 1-1/2', 'G', 47.803, 'mm', 11, 0, 45.25, 32, 190, 36, 6),
+    ('Pipe tap G 2',     'G 2',     'G', 59.614, 'mm', 11, 0,    57, 40, 220, 45, 6);
 
 -- Taper pipe thread
 INSERT INTO PIPE_TAP (Name, Thread_Size, Thread_Series, Diameter, Unit, Threads_Per_Inch, Taper, Tap_Drill,
-    Thread_Length, Overall_Length, Shank_Diameter, "Flutes_#", Standard) VALUES
-    ('Pipe tap Rc 1/16',  'Rc 1/16',  'Rc',  7.723, 'mm', 28, 0.0625,   6.4, 14,  90,  6, 3, 'ISO 7-1'),
-    ('Pipe tap Rc 1/8',   'Rc 1/8',   'Rc',  9.728, 'mm', 28, 0.0625,   8.4, 15,  90,  7, 4, 'ISO 7-1'),
-    ('Pipe tap Rc 1/4',   'Rc 1/4',   'Rc', 13.157, 'mm', 19, 0.0625,  11.2, 19, 100, 11, 4, 'ISO 7-1'),
-    ('Pipe tap Rc 3/8',   'Rc 3/8',   'Rc', 16.662, 'mm', 19, 0.0625, 14.75, 21, 100, 12, 4, 'ISO 7-1'),
-    ('Pipe tap Rc 1/2',   'Rc 1/2',   'Rc', 20.955, 'mm', 14, 0.0625, 18.25, 26, 125, 16, 4, 'ISO 7-1'),
-    ('Pipe tap Rc 3/4',   'Rc 3/4',   'Rc', 26.441, 'mm', 14, 0.0625, 23.75, 28, 140, 20, 4, 'ISO 7-1'),
-    ('Pipe tap Rc 1',     'Rc 1',     'Rc', 33.249, 'mm', 11, 0.0625,    30, 33, 160, 25, 6, 'ISO 7-1'),
-    ('Pipe tap Rc 1-1/4', 'Rc 1-1/4', 'Rc',  41.91, 'mm', 11, 0.0625,  38.5, 36, 170, 32, 6, 'ISO 7-1'),
-    ('Pipe tap Rc 1-1/2', 'Rc 1-1/2', 'Rc', 47.803, 'mm', 11, 0.0625,  44.5, 37, 190, 36, 6, 'ISO 7-1'),
-    ('Pipe tap Rc 2',     'Rc 2',     'Rc', 59.614, 'mm', 11, 0.0625,    56, 41, 220, 45, 6, 'ISO 7-1');
+    Thread_Length, Overall_Length, Shank_Diameter, "Flutes_#") VALUES
+    ('Pipe tap Rc 1/16',  'Rc 1/16',  'Rc',  7.723, 'mm', 28, 0.0625,   6.4, 14,  90,  6, 3),
+    ('Pipe tap Rc 1/8',   'Rc 1/8',   'Rc',  9.728, 'mm', 28, 0.0625,   8.4, 15,  90,  7, 4),
+    ('Pipe tap Rc 1/4',   'Rc 1/4',   'Rc', 13.157, 'mm', 19, 0.0625,  11.2, 19, 100, 11, 4),
+    ('Pipe tap Rc 3/8',   'Rc 3/8',   'Rc', 16.662, 'mm', 19, 0.0625, 14.75, 21, 100, 12, 4),
+    ('Pipe tap Rc 1/2',   'Rc 1/2',   'Rc', 20.955, 'mm', 14, 0.0625, 18.25, 26, 125, 16, 4),
+    ('Pipe tap Rc 3/4',   'Rc 3/4',   'Rc', 26.441, 'mm', 14, 0.0625, 23.75, 28, 140, 20, 4),
+    ('Pipe tap Rc 1',     'Rc 1',     'Rc', 33.249, 'mm', 11, 0.0625,    30, 33, 160, 25, 6),
+    ('Pipe tap Rc 1-1/4', 'Rc 1-1/4', 'Rc',  41.91, 'mm', 11, 0.0625,  38.5, 36, 170, 32, 6),
+    ('Pipe tap Rc 1-1/2', 'Rc 1-1/2', 'Rc', 47.803, 'mm', 11, 0.0625,  44.5, 37, 190, 36, 6),
+    ('Pipe tap Rc 2',     'Rc 2',     'Rc', 59.614, 'mm', 11, 0.0625,    56, 41, 220, 45, 6);
 
+UPDATE PIPE_TAP SET Standard = CASE Thread_Series
+    WHEN 'NPT' THEN 'ASME B1.20.1' WHEN 'NPTF' THEN 'ASME B1.20.3' WHEN 'G' THEN 'ISO 228-1' ELSE 'ISO 7-1' END;
 UPDATE PIPE_TAP SET Pitch = round(CASE Unit WHEN 'in' THEN 1 ELSE 25.4 END / Threads_Per_Inch, 6);
 UPDATE PIPE_TAP SET
     AUX_Metric_Diameter = CASE Unit WHEN 'in' THEN round(Diameter * 25.4, 6) ELSE Diameter END;

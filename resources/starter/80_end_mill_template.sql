@@ -1,6 +1,6 @@
--- Standard diameters of end mills, in millimetres and decimal inches, with the fraction for inch sizes (Null for the
--- metric ones). CCNO and CCYES give the usual number of flutes without and with a centre-cutting end; a size with neither
--- is made to order only and is not offered as a standard diameter.
+-- Standard diameters of end mills, in millimetres and decimal inches, with the fraction for inch sizes (Null for
+-- the metric ones). CCNO and CCYES give the usual number of flutes without and with a centre-cutting end; a size with
+-- neither is made to order only and is not offered as a standard diameter.
 
 CREATE TABLE T_FEM_TEMPL (
     ID INTEGER PRIMARY KEY AUTOINCREMENT,
