@@ -32,6 +32,8 @@ DATE Join(LONG day, double seconds) {
 }
 
 bool DayFromParts(int year, unsigned month, unsigned day, LONG& number) {
+  // The calendar types keep eight bits only.
+  if (month > 12 || day > 31) return false;
   const year_month_day date{std::chrono::year(year), std::chrono::month(month),
                             std::chrono::day(day)};
   if (year < kFirstYear || year > kLastYear || !date.ok()) return false;

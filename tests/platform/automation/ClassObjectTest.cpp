@@ -1,0 +1,252 @@
+#include <algorithm>
+#include <cstdlib>
+#include <dlfcn.h>
+#include <filesystem>
+#include <fstream>
+#include <optional>
+#include <random>
+#include <string>
+#include <sys/stat.h>
+#include <utility>
+#include <vector>
+
+#include "platform/automation/ClassObject.h"
+#include "platform/automation/ComPtr.h"
+#include "tests/platform/automation/LeakBalance.h"
+#include "tests/platform/automation/TestClass.h"
+
+namespace orxdb {
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr const char* kClassId = "{6F9619FF-8B86-D011-B42D-00C04FC964FF}";
+
+/// Sets environment variables and puts them back at the end.
+class Environment {
+ public:
+  ~Environment() {
+    for (auto& [name, value] : m_before) Assign(name, value ? value->c_str() : nullptr);
+  }
+  void Set(const std::string& name, const std::string& value) {
+    Remember(name);
+    Assign(name, value.c_str());
+  }
+  void Unset(const std::string& name) {
+    Remember(name);
+    Assign(name, nullptr);
+  }
+
+ private:
+  void Remember(const std::string& name) {
+    const char* value = std::getenv(name.c_str());
+    m_before.emplace_back(name, value ? std::optional<std::string>(value) : std::nullopt);
+  }
+  static void Assign(const std::string& name, const char* value) {
+    value ? setenv(name.c_str(), value, 1) : unsetenv(name.c_str());
+  }
+  std::vector<std::pair<std::string, std::optional<std::string>>> m_before;
+};
+
+class ClassObjectTest : public LeakBalance {
+ protected:
+  ClassObjectTest() {
+    std::string form = (fs::temp_directory_path() / "classes.XXXXXX").string();
+    m_folder = mkdtemp(form.data());
+    m_environment.Set("AUTOMATION_CLASS_PATH", m_folder);
+  }
+  ~ClassObjectTest() override { fs::remove_all(m_folder); }
+
+  static std::string Whole(const std::string& progId, const std::string& library) {
+    return std::string("# a class\r\n\r\n[Class]\r\n  classid=") + kClassId +
+           "\r\nProgId = " + progId +
+           "\nVersionIndependentProgId = Test.Thing\nLibrary = " + library +
+           "\nThreadingModel = Apartment\nColour = green\n; done\n[End]\n";
+  }
+  void Write(const fs::path& path, const std::string& text) const {
+    fs::create_directories((m_folder / path).parent_path());
+    std::ofstream(m_folder / path, std::ios::binary) << text;
+  }
+  static HRESULT Find(const OLECHAR* progId) {
+    CLSID found = kFaultyClass;
+    const HRESULT status = CLSIDFromProgID(progId, &found);
+    EXPECT_EQ(found, SUCCEEDED(status) ? kTestClass : CLSID_NULL);
+    return status;
+  }
+  static HRESULT Create(ComPtr<IUnknown>& object) {
+    return CoCreateInstance(kTestClass, nullptr, CLSCTX_INPROC_SERVER, IID_IUnknown,
+                            object.putVoid());
+  }
+
+  fs::path m_folder;
+  Environment m_environment;
+};
+
+TEST_F(ClassObjectTest, FindsAndCreatesARegisteredClass) {
+  Write("thing.class", Whole("Test.Thing.1", TEST_CLASS_LIBRARY));
+  EXPECT_EQ(Find(u"Test.Thing.1"), S_OK);
+  EXPECT_EQ(Find(u"TEST.thing"), S_OK);
+  EXPECT_EQ(Find(u"Test.Thing.2"), CO_E_CLASSSTRING);
+  EXPECT_EQ(Find(u"Test.Th\u0131ng"), CO_E_CLASSSTRING);
+  EXPECT_EQ(Find(u""), CO_E_CLASSSTRING);
+  EXPECT_EQ(CLSIDFromProgID(nullptr, nullptr), E_INVALIDARG);
+
+  LPOLESTR progId = nullptr;
+  ASSERT_EQ(ProgIDFromCLSID(kTestClass, &progId), S_OK);
+  EXPECT_EQ(std::u16string(progId), u"Test.Thing.1");
+  CoTaskMemFree(progId);
+  EXPECT_EQ(ProgIDFromCLSID(kFaultyClass, &progId), REGDB_E_CLASSNOTREG);
+
+  ComPtr<IUnknown> object;
+  ASSERT_EQ(Create(object), S_OK);
+  ComPtr<IDispatch> other;
+  EXPECT_EQ(CoCreateInstance(kTestClass, nullptr, CLSCTX_ALL, IID_IDispatch, other.putVoid()),
+            E_NOINTERFACE);
+  EXPECT_EQ(CoCreateInstance(kTestClass, object.get(), CLSCTX_ALL, IID_IUnknown, other.putVoid()),
+            CLASS_E_NOAGGREGATION);
+  EXPECT_EQ(CoCreateInstance(kTestClass, nullptr, 0x4, IID_IUnknown, other.putVoid()),
+            REGDB_E_CLASSNOTREG);
+  EXPECT_EQ(CoCreateInstance(kTestClass, nullptr, CLSCTX_ALL, IID_IUnknown, nullptr), E_INVALIDARG);
+}
+
+TEST_F(ClassObjectTest, UnloadsLibrariesOnceTheirObjectsAreGone) {
+  const auto isLoaded = [] {
+    void* handle = dlopen(TEST_CLASS_LIBRARY, RTLD_NOW | RTLD_NOLOAD);
+    if (handle) dlclose(handle);
+    return handle != nullptr;
+  };
+  Write("thing.class", Whole("Test.Thing.1", TEST_CLASS_LIBRARY));
+  ComPtr<IUnknown> object;
+  ASSERT_EQ(Create(object), S_OK);
+  CoFreeUnusedLibraries();
+  EXPECT_TRUE(isLoaded());
+  object.reset();
+  CoFreeUnusedLibraries();
+  EXPECT_FALSE(isLoaded());
+  EXPECT_EQ(Create(object), S_OK);
+}
+
+TEST_F(ClassObjectTest, DamagedClassFilesArePassedOver) {
+  const std::string whole = Whole("Test.Thing.1", TEST_CLASS_LIBRARY);
+  const std::string end = "[End]";
+  const std::size_t needed = whole.find(end) + end.size();
+  for (std::size_t length = 0; length < needed; ++length) {
+    Write("thing.class", whole.substr(0, length));
+    ASSERT_EQ(Find(u"Test.Thing.1"), CO_E_CLASSSTRING) << length;
+  }
+  std::mt19937 random(3);
+  for (int i = 0; i < 200; ++i) {
+    std::string damaged = whole;
+    for (int bytes = 0; bytes < 3; ++bytes) {
+      damaged[random() % damaged.size()] = static_cast<char>(random());
+    }
+    Write("thing.class", damaged);
+    CLSID found{};
+    const HRESULT status = CLSIDFromProgID(u"Test.Thing.1", &found);
+    ASSERT_TRUE(status == S_OK || status == CO_E_CLASSSTRING);
+  }
+  for (const std::string& text :
+       {std::string(), "[Class]\n[End]\n" + whole, whole + "x", whole + '\0',
+        "[Class]\nClassId = {6F9619FF}\nProgId = Test.Thing.1\nLibrary = /x\n[End]\n" + whole,
+        Whole("Test.Thing.1", "relative.so"), whole + "#" + std::string(70000, 'x')}) {
+    Write("thing.class", text);
+    EXPECT_EQ(Find(u"Test.Thing.1"), CO_E_CLASSSTRING) << text.substr(0, 60);
+  }
+  // None of these keeps the good one behind them from being found, nor blocks.
+  fs::create_directory(m_folder / "folder.class");
+  fs::create_symlink("nowhere", m_folder / "link.class");
+  ASSERT_EQ(mkfifo((m_folder / "pipe.class").c_str(), 0600), 0);
+  Write("other.txt", whole);
+  EXPECT_EQ(Find(u"Test.Thing.1"), CO_E_CLASSSTRING);
+  Write("zz.class", whole);
+  EXPECT_EQ(Find(u"Test.Thing.1"), S_OK);
+}
+
+TEST_F(ClassObjectTest, FoldersAreSearchedInOrder) {
+  const std::string folder = m_folder.string();
+  Write("a/automation/classes.d/x.class", Whole("Test.A", "/nowhere"));
+  Write("b/automation/classes.d/x.class", Whole("Test.B", "/nowhere"));
+  Write("home/.local/share/automation/classes.d/x.class", Whole("Test.Home", "/nowhere"));
+  const auto first = [] {
+    LPOLESTR progId = nullptr;
+    if (FAILED(ProgIDFromCLSID(kTestClass, &progId))) return std::u16string();
+    std::u16string text(progId);
+    CoTaskMemFree(progId);
+    return text;
+  };
+  const std::string classes = "/automation/classes.d";
+  m_environment.Set("AUTOMATION_CLASS_PATH",
+                    "/nowhere::" + folder + "/b" + classes + ":" + folder + "/a" + classes);
+  EXPECT_EQ(first(), u"Test.B");
+  m_environment.Set("HOME", folder + "/home");
+  m_environment.Set("XDG_DATA_HOME", folder + "/a");
+  m_environment.Set("XDG_DATA_DIRS", folder + "/none:" + folder + "/b");
+  EXPECT_EQ(first(), u"Test.B");  // the class path replaces the rest
+  m_environment.Set("AUTOMATION_CLASS_PATH", "");
+  EXPECT_EQ(first(), u"");
+  m_environment.Unset("AUTOMATION_CLASS_PATH");
+  EXPECT_EQ(first(), u"Test.A");
+  m_environment.Set("XDG_DATA_HOME", "");
+  EXPECT_EQ(first(), u"Test.Home");
+  m_environment.Set("XDG_DATA_HOME", "relative");
+  EXPECT_EQ(first(), u"Test.B");
+}
+
+TEST_F(ClassObjectTest, LibrariesByPath) {
+  Write("text.so", "not a library");
+  const std::string folder = m_folder.string();
+  std::string backslashes = TEST_CLASS_LIBRARY;
+  std::replace(backslashes.begin(), backslashes.end(), '/', '\\');
+  const struct {
+    std::string path;
+    CLSID clsid;
+    HRESULT status;
+  } cases[] = {
+      {TEST_CLASS_LIBRARY, kTestClass, S_OK},
+      {backslashes, kTestClass, S_OK},
+      {TEST_CLASS_LIBRARY, CLSID_NULL, CLASS_E_CLASSNOTAVAILABLE},
+      {TEST_CLASS_LIBRARY, kFaultyClass, E_UNEXPECTED},
+      {TEST_PLAIN_LIBRARY, kTestClass, CO_E_ERRORINDLL},
+      {folder + "/missing.so", kTestClass, CO_E_DLLNOTFOUND},
+      {folder + "/text.so", kTestClass, CO_E_DLLNOTFOUND},
+      {folder, kTestClass, CO_E_DLLNOTFOUND},
+      {"libc.so.6", kTestClass, CO_E_DLLNOTFOUND},  // a path, not a name to search for
+      {"", kTestClass, E_INVALIDARG},
+  };
+  for (const auto& [path, clsid, status] : cases) {
+    ComPtr<IClassFactory> factory;
+    EXPECT_EQ(CoGetClassObjectFromFile(path.c_str(), clsid, IClassFactory::iid, factory.putVoid()),
+              status)
+        << path;
+    EXPECT_EQ(static_cast<bool>(factory), status == S_OK);
+  }
+  EXPECT_EQ(CoGetClassObjectFromFile(nullptr, kTestClass, IID_IUnknown, nullptr), E_INVALIDARG);
+
+  ComPtr<IUnknown> object;
+  Write("thing.class", Whole("Test.Thing.1", folder + "/missing.so"));
+  EXPECT_EQ(Create(object), CO_E_DLLNOTFOUND);
+  Write("thing.class", Whole("Test.Thing.1", TEST_PLAIN_LIBRARY));
+  EXPECT_EQ(Create(object), CO_E_ERRORINDLL);
+}
+
+TEST_F(ClassObjectTest, IdentifiersAsText) {
+  OLECHAR text[39] = {};
+  ASSERT_EQ(StringFromGUID2(kTestClass, text, 39), 39);
+  EXPECT_EQ(std::u16string(text), u"{6F9619FF-8B86-D011-B42D-00C04FC964FF}");
+  EXPECT_EQ(StringFromGUID2(kTestClass, text, 38), 0);
+  CLSID clsid{};
+  ASSERT_EQ(CLSIDFromString(u"{6f9619ff-8b86-d011-b42d-00c04fc964ff}", &clsid), S_OK);
+  EXPECT_EQ(clsid, kTestClass);
+  EXPECT_EQ(CLSIDFromString(nullptr, &clsid), S_OK);
+  EXPECT_EQ(clsid, CLSID_NULL);
+  for (const OLECHAR* wrong :
+       {u"", u"{6F9619FF-8B86-D011-B42D-00C04FC964FF", u"{6F9619FF-8B86-D011-B42D-00C04FC964FG}",
+        u"{6F9619FF-8B86-D011-B42D-00C04FC964F-}", u"{6F9619FF 8B86-D011-B42D-00C04FC964FF}",
+        u"{-F9619FF-8B86-D011-B42D-00C04FC964FF}", u"{6F9619FF-8B86-D011-B42D-00C04FC964FF} "}) {
+    EXPECT_EQ(CLSIDFromString(wrong, &clsid), CO_E_CLASSSTRING);
+    EXPECT_EQ(IIDFromString(wrong, &clsid), CO_E_IIDSTRING);
+  }
+}
+
+}  // namespace
+}  // namespace orxdb

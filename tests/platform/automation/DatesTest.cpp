@@ -1,0 +1,128 @@
+#include <cmath>
+#include <gtest/gtest.h>
+#include <limits>
+#include <random>
+#include <string>
+
+#include "platform/automation/Dates.h"
+
+namespace orxdb {
+namespace {
+
+std::string Format(DATE date) {
+  DateText text;
+  const std::size_t length = FormatDate(date, text);
+  EXPECT_EQ(text[length], '\0');
+  return {text.data(), length};
+}
+
+TEST(DatesTest, TextOfDates) {
+  const struct {
+    DATE date;
+    std::string text;
+  } cases[] = {{0, "1899-12-30"},
+               {1, "1899-12-31"},
+               {2, "1900-01-01"},
+               {61, "1900-03-01"},
+               {-1, "1899-12-29"},
+               {0.25, "1899-12-30 06:00:00"},
+               {-0.25, "1899-12-30 06:00:00"},
+               {-1.75, "1899-12-29 18:00:00"},
+               {36585.999994, "2000-02-29 23:59:59"},
+               {36585.999995, "2000-03-01"},
+               {-1.999999, "1899-12-30"},
+               {-657434, "0100-01-01"},
+               {2958465.99, "9999-12-31 23:45:36"},
+               {2958465.999999, ""},
+               {2958466, ""},
+               {-657435, ""},
+               {1e300, ""},
+               {std::numeric_limits<double>::infinity(), ""},
+               {std::nan(""), ""}};
+  for (const auto& [date, text] : cases) EXPECT_EQ(Format(date), text) << date;
+}
+
+TEST(DatesTest, DatesOfText) {
+  const struct {
+    const char* text;
+    DATE date;
+  } good[] = {{"1899-12-30", 0},
+              {" 2024-03-05 ", 45356},
+              {"2024-3-5", 45356},
+              {"2024-03-05T18:00", 45356.75},
+              {"2024-03-05 6:00:00", 45356.25},
+              {"1899-12-29 06:00:00", -1.25},
+              {"06:00", 0.25},
+              {"00:00:00.5", 0.5 / 86400},
+              {"0100-01-01", -657434}};
+  for (const auto& [text, expected] : good) {
+    DATE date = 99;
+    EXPECT_TRUE(ParseDate(text, date)) << text;
+    EXPECT_DOUBLE_EQ(date, expected) << text;
+  }
+  for (const char* text : {"",
+                           " ",
+                           "-",
+                           "2024",
+                           "2024-03",
+                           "2024-13-01",
+                           "2024-02-30",
+                           "2023-02-29",
+                           "0099-12-31",
+                           "24-03-05",
+                           "2024-03-05 24:00",
+                           "2024-03-05 12:60",
+                           "2024-03-05 12:00:60",
+                           "2024-03-05 12",
+                           "2024-03-05x12:00",
+                           "2024-03-05 12:00:00.",
+                           "2024-03-05 12:00 PM",
+                           "03/05/2024",
+                           "-2024-03-05",
+                           "2024--3-05",
+                           "12:0",
+                           "12:00:"}) {
+    DATE date = 99;
+    EXPECT_FALSE(ParseDate(text, date)) << text;
+    EXPECT_EQ(date, 99) << text;
+  }
+}
+
+TEST(DatesTest, EverySecondSurvivesPartsAndText) {
+  std::mt19937 random(7);
+  std::uniform_int_distribution<LONG> days(-657434, 2958465);
+  std::uniform_int_distribution<int> seconds(0, 86399);
+  for (int i = 0; i < 20000; ++i) {
+    const LONG day = days(random);
+    const double time = seconds(random) / 86400.0;
+    const DATE date = day < 0 ? day - time : day + time;
+    SYSTEMTIME parts{};
+    ASSERT_TRUE(VariantTimeToSystemTime(date, &parts));
+    EXPECT_EQ(parts.wDayOfWeek, ((day + 6) % 7 + 7) % 7);  // day zero was a Saturday
+    DATE fromParts = 0;
+    ASSERT_TRUE(SystemTimeToVariantTime(&parts, &fromParts));
+    ASSERT_DOUBLE_EQ(fromParts, date);
+    DATE fromText = 0;
+    ASSERT_TRUE(ParseDate(Format(date), fromText));
+    ASSERT_DOUBLE_EQ(fromText, date);
+  }
+}
+
+TEST(DatesTest, ImpossiblePartsAreRefused) {
+  const SYSTEMTIME cases[] = {
+      {99, 1, 0, 1, 0, 0, 0, 0},     {10000, 1, 0, 1, 0, 0, 0, 0}, {2023, 2, 0, 29, 0, 0, 0, 0},
+      {2024, 0, 0, 1, 0, 0, 0, 0},   {2024, 13, 0, 1, 0, 0, 0, 0}, {2024, 1, 0, 0, 0, 0, 0, 0},
+      {2024, 1, 0, 1, 24, 0, 0, 0},  {2024, 1, 0, 1, 0, 60, 0, 0}, {2024, 1, 0, 1, 0, 0, 60, 0},
+      {2024, 257, 0, 1, 0, 0, 0, 0},  // month and day must not be cut to eight bits
+      {2024, 1, 0, 257, 0, 0, 0, 0}};
+  DATE date = 99;
+  for (const SYSTEMTIME& parts : cases) {
+    EXPECT_FALSE(SystemTimeToVariantTime(&parts, &date)) << parts.wYear << ' ' << parts.wMonth;
+  }
+  EXPECT_FALSE(SystemTimeToVariantTime(nullptr, &date));
+  EXPECT_FALSE(VariantTimeToSystemTime(0, nullptr));
+  EXPECT_EQ(date, 99);
+}
+
+}  // namespace
+}  // namespace orxdb

@@ -1,0 +1,107 @@
+#include <thread>
+
+#include "platform/automation/Bstr.h"
+#include "platform/automation/ComPtr.h"
+#include "platform/automation/ErrorInfo.h"
+#include "tests/platform/automation/LeakBalance.h"
+
+namespace orxdb {
+namespace {
+
+constexpr GUID kInterface = {0x12345678, 1, 2, {1, 2, 3, 4, 5, 6, 7, 8}};
+
+class ErrorInfoTest : public LeakBalance {
+ protected:
+  void TearDown() override {
+    SetErrorInfo(0, nullptr);
+    LeakBalance::TearDown();
+  }
+
+  static void Report(const std::u16string& description) {
+    ComPtr<ICreateErrorInfo> created;
+    ASSERT_EQ(CreateErrorInfo(created.put()), S_OK);
+    std::u16string text = description;
+    ASSERT_EQ(created->SetDescription(text.data()), S_OK);
+    ASSERT_EQ(SetErrorInfo(0, created.QueryInterface<IErrorInfo>().get()), S_OK);
+  }
+
+  /// The description of this thread's report, taken away; "none" without one.
+  static std::u16string Take() {
+    ComPtr<IErrorInfo> info;
+    if (GetErrorInfo(0, info.put()) != S_OK) return u"none";
+    Bstr text;
+    EXPECT_EQ(info->GetDescription(text.put()), S_OK);
+    return std::u16string(text.view());
+  }
+};
+
+TEST_F(ErrorInfoTest, GettingTransfersAndClears) {
+  EXPECT_EQ(Take(), u"none");
+  Report(u"first");
+  Report(u"second");  // takes the place of the first
+  EXPECT_EQ(Take(), u"second");
+  EXPECT_EQ(Take(), u"none");
+  Report(u"third");
+  EXPECT_EQ(SetErrorInfo(0, nullptr), S_OK);
+  EXPECT_EQ(Take(), u"none");
+}
+
+TEST_F(ErrorInfoTest, EveryThreadHasItsOwn) {
+  Report(u"main");
+  std::thread([] {
+    EXPECT_EQ(Take(), u"none");
+    Report(u"worker");
+    EXPECT_EQ(Take(), u"worker");
+    Report(u"left behind");  // goes with the thread
+  }).join();
+  EXPECT_EQ(Take(), u"main");
+}
+
+TEST_F(ErrorInfoTest, CarriesAllOfTheReport) {
+  ComPtr<ICreateErrorInfo> created;
+  ASSERT_EQ(CreateErrorInfo(created.put()), S_OK);
+  const ComPtr<IErrorInfo> info = created.QueryInterface<IErrorInfo>();
+  ASSERT_TRUE(info);
+  Bstr text;
+  EXPECT_EQ(info->GetSource(text.put()), S_OK);
+  EXPECT_FALSE(text);  // never set
+
+  std::u16string source = u"ORXDB";
+  std::u16string help = u"help.txt";
+  EXPECT_EQ(created->SetGUID(kInterface), S_OK);
+  EXPECT_EQ(created->SetSource(source.data()), S_OK);
+  EXPECT_EQ(created->SetHelpFile(help.data()), S_OK);
+  EXPECT_EQ(created->SetHelpContext(17), S_OK);
+  source = u"?????";  // the report has its own copy
+
+  GUID guid{};
+  DWORD context = 0;
+  EXPECT_EQ(info->GetGUID(&guid), S_OK);
+  EXPECT_EQ(guid, kInterface);
+  EXPECT_EQ(info->GetSource(text.put()), S_OK);
+  EXPECT_EQ(text.view(), u"ORXDB");
+  EXPECT_EQ(info->GetHelpFile(text.put()), S_OK);
+  EXPECT_EQ(text.view(), u"help.txt");
+  EXPECT_EQ(info->GetHelpContext(&context), S_OK);
+  EXPECT_EQ(context, 17U);
+  EXPECT_EQ(created->SetSource(nullptr), S_OK);
+  EXPECT_EQ(info->GetSource(text.put()), S_OK);
+  EXPECT_FALSE(text);
+}
+
+TEST_F(ErrorInfoTest, RefusesNullsAndOtherInterfaces) {
+  ComPtr<ICreateErrorInfo> created;
+  EXPECT_EQ(CreateErrorInfo(nullptr), E_INVALIDARG);
+  EXPECT_EQ(GetErrorInfo(0, nullptr), E_INVALIDARG);
+  EXPECT_EQ(SetErrorInfo(1, nullptr), E_INVALIDARG);
+  ASSERT_EQ(CreateErrorInfo(created.put()), S_OK);
+  EXPECT_FALSE(created.QueryInterface<IDispatch>());
+  EXPECT_EQ(created->QueryInterface(IID_IUnknown, nullptr), E_POINTER);
+  EXPECT_EQ(created.QueryInterface<IErrorInfo>()->GetDescription(nullptr), E_INVALIDARG);
+  // One object has one identity, whichever interface is asked.
+  EXPECT_EQ(created.QueryInterface<IUnknown>().get(),
+            created.QueryInterface<IErrorInfo>().QueryInterface<IUnknown>().get());
+}
+
+}  // namespace
+}  // namespace orxdb
