@@ -1,5 +1,6 @@
 #include "database/ToolDbData.h"
 
+#include <algorithm>
 #include <utility>
 
 #include "database/ToolTypeColumns.h"
@@ -47,4 +48,10 @@ CToolTableInfo* CToolDbData::FindToolTable(std::string_view name) noexcept {
 CDaoRecordset* CToolDbData::FindDataTable(std::string_view name) noexcept {
   const auto found = m_dataTables.find(name);
   return found == m_dataTables.end() ? nullptr : found->second.get();
+}
+
+bool CToolDbData::IsHiddenProperty(std::string_view name) noexcept {
+  return std::ranges::any_of(kHiddenProps, [name](std::string_view part) {
+    return name.find(part) != std::string_view::npos;
+  });
 }

@@ -62,6 +62,8 @@ class CToolDbData {
   /// Parts of property names that mark a property as not meant to be shown.
   static constexpr std::array<std::string_view, 8> kHiddenProps = {
       "ID", "AUX_", "Overall_Len", "Exposed_Len", "IsFavorite", "Fit", "Feed", "Speed"};
+  /// Whether any of them occurs in the name, letter case included.
+  static bool IsHiddenProperty(std::string_view name) noexcept;
 
  private:
   /// Closes recordsets and queries before the database.
