@@ -185,6 +185,22 @@ class Tools(Starter):
             plan = f"EXPLAIN QUERY PLAN SELECT * FROM Q_{table} WHERE Name = '' COLLATE NOCASE"
             self.assertIn(f"{table}_Name", self.db.execute(plan).fetchone()["detail"])
 
+    def test_a_new_tool_starts_with_defaults(self):
+        db = build()
+        for table in self.tools:
+            db.execute(f"INSERT INTO {table} DEFAULT VALUES")
+            row = db.execute(f'SELECT * FROM Q_{table} ORDER BY 1 DESC').fetchone()
+            self.assertIn(row["Unit"], ("mm", "in"))
+            self.assertEqual(row["IsFavorite"], 0)
+            self.assertEqual(row[0], len(self.rows(table)) + 1)
+            joined = self.joins(table)
+            for column in set(joined) & {"Material", "Coating"}:
+                self.assertTrue(row[column], (table, column))
+            own = self.types(table)
+            for column in set(own) - set(joined) - {"ID"}:
+                if not own[column].startswith("TEXT") and not column.startswith("AUX_"):
+                    self.assertIsNotNone(row[column], (table, column))
+
     def test_lookups_resolve_and_taps_get_fitting_heads(self):
         expected = {"Material": "TOOL_MATERIAL", "Coating": "COATING", "Holder": "HOLDER", "TappingHead": "TAPPING_HEAD"}
         for table in self.tools:
