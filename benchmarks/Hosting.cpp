@@ -49,9 +49,11 @@ ComPtr<IOrxDbObj> CreateObject() {
 ComPtr<IOrxDbObj> OpenObject(const std::string& path) {
   ComPtr<IOrxDbObj> object = CreateObject();
   Check(object->SetMdbFile(WidenToBstr(path).get()));
-  LONG count = -1;
-  Check(object->GetSelectedRecordCount(WidenToBstr(kBenchTable).get(), &count));
-  if (count < 0) throw std::runtime_error("the database did not open");
+  Variant types;
+  Check(object->GetToolTypes(types.put()));
+  ULONG count = 0;
+  if (types.get().parray != nullptr) count = types.get().parray->rgsabound[0].cElements;
+  if (count != 3 * kToolTables) throw std::runtime_error("the database did not open");
   return object;
 }
 

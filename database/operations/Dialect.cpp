@@ -132,7 +132,8 @@ SelectText AnalyseStoredSelect(std::string_view text) {
   select.body.text = text.substr(0, bodyEnd);
   if (order != tokens.end()) select.order = SplitOrder(text, order + 2, limit);
   if (limit->IsWord("LIMIT")) {
-    select.limit = " " + std::string(text.substr(limit->begin, tokens.back().begin - limit->begin));
+    select.limit = ' ';
+    select.limit += text.substr(limit->begin, tokens.back().begin - limit->begin);
   }
   return select;
 }

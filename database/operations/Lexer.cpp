@@ -63,7 +63,7 @@ std::string IsoDate(std::string_view text) {
       hour > 23 || minute > 59 || second > 59) {
     Fail("A date in the text does not exist");
   }
-  std::array<char, 48> iso{};
+  std::array<char, 80> iso{};
   std::snprintf(iso.data(), iso.size(), "%04d-%02d-%02d %02d:%02d:%02d", year, month, day, hour,
                 minute, second);
   return iso.data();
