@@ -162,13 +162,13 @@ const TableColumn* TableInfo::Find(std::string_view column) const noexcept {
 std::shared_ptr<Connection> Connection::Open(const std::string& path, bool exclusive,
                                              bool readOnly) {
   std::shared_ptr<Connection> connection(new Connection);
+  // All calls come from the thread of one apartment: SQLite need not lock for each column.
   const int flags = (readOnly ? SQLITE_OPEN_READONLY : SQLITE_OPEN_READWRITE) |
-                    SQLITE_OPEN_FULLMUTEX | SQLITE_OPEN_EXRESCODE;
+                    SQLITE_OPEN_NOMUTEX | SQLITE_OPEN_EXRESCODE;
   if (sqlite3_open_v2(path.c_str(), &connection->m_handle, flags, nullptr) != SQLITE_OK) {
     connection->Raise();
   }
-  if (exclusive) connection->Execute("PRAGMA locking_mode = EXCLUSIVE");
-  connection->Configure();
+  connection->Configure(exclusive);
   Registry& registry = OpenConnections();
   const std::lock_guard lock(registry.mutex);
   std::erase_if(registry.connections, [](const auto& each) { return each.expired(); });
@@ -176,7 +176,8 @@ std::shared_ptr<Connection> Connection::Open(const std::string& path, bool exclu
   return connection;
 }
 
-void Connection::Configure() {
+void Connection::Configure(bool exclusive) {
+  if (exclusive) Execute("PRAGMA locking_mode = EXCLUSIVE");
   sqlite3_busy_timeout(m_handle, kBusyTimeoutMilliseconds);
   sqlite3_set_authorizer(m_handle, &Connection::OnAuthorize, this);
   sqlite3_progress_handler(m_handle, kProgressOperations, &Connection::OnProgress, this);
@@ -200,6 +201,7 @@ void Connection::Configure() {
   FollowSchema();
   const StatementUse mode = Use("PRAGMA journal_mode");
   m_writeAheadLog = mode->Step() && mode->Text(0) == "wal";
+  m_commits = CommitWatch(m_handle);
 }
 
 Connection::~Connection() {
@@ -210,6 +212,7 @@ void Connection::Close() noexcept {
   m_cacheIndex.clear();
   m_cache.clear();
   m_sources.clear();
+  m_commits = {};
   sqlite3_close_v2(m_handle);
   m_handle = nullptr;
 }
@@ -241,9 +244,7 @@ void Connection::Execute(const std::string& sql) {
 }
 
 ChangeStamp Connection::Stamp() {
-  const StatementUse version = Use("PRAGMA data_version");
-  version->Step();
-  return {sqlite3_total_changes64(m_handle), version->Integer(0)};
+  return {sqlite3_total_changes64(Handle()), m_commits.Commits()};
 }
 
 void Connection::FollowSchema() {

@@ -11,6 +11,7 @@
 #include <unordered_map>
 #include <vector>
 
+#include "database/operations/CommitWatch.h"
 #include "database/operations/DaoException.h"
 #include "database/operations/SqlValue.h"
 
@@ -145,7 +146,7 @@ class Connection : public std::enable_shared_from_this<Connection> {
   friend class Statement;
 
   Connection() = default;
-  void Configure();
+  void Configure(bool exclusive);
   void FollowSchema();
   int Authorize(int action, const char* first, const char* second, const char* view);
   static int OnAuthorize(void* self, int action, const char* first, const char* second,
@@ -159,6 +160,7 @@ class Connection : public std::enable_shared_from_this<Connection> {
 
   sqlite3* m_handle = nullptr;
   bool m_writeAheadLog = false;
+  CommitWatch m_commits;
   Origin m_origin = Origin::Own;  ///< of the statement being prepared or run
   Uses m_uses;
   int m_temporaryTables = 0;

@@ -12,32 +12,39 @@ void RowBlock::Clear() noexcept {
 
 void RowBlock::Append(sqlite3_stmt* row, std::int64_t key) {
   for (int i = 0; i < static_cast<int>(m_columns); ++i) {
+    // One look-up of the column instead of one for the type and one or two for the value; the
+    // connection belongs to one thread, so the value needs no protection.
+    sqlite3_value* value = sqlite3_column_value(row, i);
     StoredCell cell{};
-    switch (sqlite3_column_type(row, i)) {
+    switch (sqlite3_value_type(value)) {
       case SQLITE_INTEGER:
         cell.kind = CellView::Kind::Integer;
-        cell.integer = sqlite3_column_int64(row, i);
+        cell.integer = sqlite3_value_int64(value);
         break;
       case SQLITE_FLOAT:
         cell.kind = CellView::Kind::Real;
-        cell.real = sqlite3_column_double(row, i);
+        cell.real = sqlite3_value_double(value);
         break;
-      case SQLITE_NULL:
+      case SQLITE_TEXT:
+        cell.kind = CellView::Kind::Text;
+        StoreBytes(cell, sqlite3_value_text(value), value);
+        break;
+      case SQLITE_BLOB:
+        cell.kind = CellView::Kind::Bytes;
+        StoreBytes(cell, sqlite3_value_blob(value), value);
+        break;
+      default:
         cell.kind = CellView::Kind::Null;
-        break;
-      default: {
-        const bool text = sqlite3_column_type(row, i) == SQLITE_TEXT;
-        cell.kind = text ? CellView::Kind::Text : CellView::Kind::Bytes;
-        const void* bytes = text ? static_cast<const void*>(sqlite3_column_text(row, i))
-                                 : sqlite3_column_blob(row, i);
-        cell.length = static_cast<std::uint32_t>(sqlite3_column_bytes(row, i));
-        cell.begin = m_bytes.size();
-        if (cell.length > 0) m_bytes.append(static_cast<const char*>(bytes), cell.length);
-      }
     }
     m_cells.push_back(cell);
   }
   m_keys.push_back(key);
+}
+
+void RowBlock::StoreBytes(StoredCell& cell, const void* bytes, sqlite3_value* value) {
+  cell.length = static_cast<std::uint32_t>(sqlite3_value_bytes(value));
+  cell.begin = m_bytes.size();
+  if (cell.length > 0) m_bytes.append(static_cast<const char*>(bytes), cell.length);
 }
 
 void RowBlock::AppendFrom(const RowBlock& other, std::size_t row) {

@@ -38,6 +38,8 @@ class RowBlock {
     CellView::Kind kind;
   };
 
+  void StoreBytes(StoredCell& cell, const void* bytes, sqlite3_value* value);
+
   std::size_t m_columns;
   std::vector<StoredCell> m_cells;
   std::vector<std::int64_t> m_keys;
