@@ -13,7 +13,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-constexpr std::size_t kMostBytes = 64 * 1024;
+constexpr std::size_t kMostBytes = std::size_t{64} * 1024;
 constexpr std::string_view kExtension = ".class";
 constexpr std::string_view kSubfolder = "/automation/classes.d";
 

@@ -220,7 +220,8 @@ HRESULT SafeArrayCopy(SAFEARRAY* source, SAFEARRAY** copy) {
   }
   if (FAILED(status)) {
     // CopyElements left zeros behind its failure, so what was copied is freed here.
-    SafeArrayDestroy(made);
+    DropData(*made);
+    FreeBlock(made);
     return status;
   }
   *copy = made;

@@ -23,7 +23,7 @@ HRESULT Dereference(const VARIANT& source, VARIANT& view) noexcept {
   if (type == VT_DECIMAL) {
     view.decVal = *source.pdecVal;
   } else {
-    const UINT size = (type & VT_ARRAY) ? sizeof(SAFEARRAY*) : SizeOfType(type);
+    const UINT size = (type & VT_ARRAY) ? sizeof(PVOID) : SizeOfType(type);
     std::memcpy(&view.llVal, source.byref, size);
   }
   view.vt = type;

@@ -259,7 +259,7 @@ TEST_F(ConversionTest, LimitsOfWholeTypes) {
       Variant decimal;
       const Variant source = Text(std::u16string(text.begin(), text.end()));
       EXPECT_EQ(VariantChangeType(decimal.ptr(), &source.get(), 0, VT_DECIMAL), S_OK);
-      const std::string result = ConvertAndShow(source, type);
+      std::string result = ConvertAndShow(source, type);
       EXPECT_EQ(ConvertAndShow(decimal, type), result);
       return result;
     };

@@ -23,7 +23,7 @@ SafeArray Create(VARTYPE type, const std::vector<SAFEARRAYBOUND>& bounds) {
 TEST_F(SafeArrayTest, TypesDecideSizeAndFeatures) {
   const struct {
     VARTYPE type;
-    UINT size;
+    USHORT size;
     USHORT features;
   } cases[] = {{VT_I1, 1, FADF_HAVEVARTYPE},
                {VT_UI1, 1, FADF_HAVEVARTYPE},
