@@ -77,6 +77,7 @@ void MakeToolTable(sqlite3* database, const std::string& table, std::int64_t too
   Run(database, "CREATE VIEW Q_" + table + " AS SELECT " + view + " FROM " + table +
                     " AS T LEFT JOIN COATING AS C ON C.ID = T.Coating"
                     " LEFT JOIN HOLDER AS H ON H.ID = T.Holder");
+  Run(database, "CREATE INDEX " + table + "_DIAMETER ON " + table + " (Diameter)");
   Run(database, "CREATE INDEX " + table + "_NAME ON " + table + " (Name COLLATE NOCASE)");
   Run(database,
       "WITH RECURSIVE numbers(n) AS (SELECT 1 UNION ALL SELECT n + 1 FROM numbers WHERE "
@@ -129,6 +130,7 @@ void MakeDatabase(const std::string& path, std::int64_t tools) {
   }
   MakeToolTable(handle, kBenchTable, tools);
   for (int i = 1; i < kToolTables; ++i) MakeToolTable(handle, "OTHER_" + std::to_string(i), 20);
+  Run(handle, "ANALYZE");
   Run(handle, "COMMIT");
   Run(handle, "PRAGMA wal_checkpoint(TRUNCATE)");
 }

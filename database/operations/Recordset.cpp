@@ -162,11 +162,18 @@ bool Recordset::SeekInKeyOrder(const Criteria& criteria, Which which, ChangeStam
       ComeTo(m_block.Key(++m_row));
       return true;
     }
+    // Where every block would mean sorting the rest again, the keys are listed once.
+    const bool listed =
+        m_matching && m_matching->stamp == stamp && m_matching->criteria == criteria;
+    if (listed || (inRun && m_blockSorted)) {
+      return Step(MatchingRecords(criteria, stamp), which, stamp);
+    }
     // Who goes on walking gets more rows at a time.
     if (inRun) most = std::min(m_blockSize * 4, RowReader::kBlockRows);
   }
-  m_reader.Read(criteria, which, m_key, most, m_incoming);
+  const bool sorted = m_reader.Read(criteria, which, m_key, most, m_incoming);
   if (!Take(m_incoming, stamp)) return false;
+  m_blockSorted = sorted;
   m_blockCriteria = criteria;
   m_blockSize = most;
   return true;

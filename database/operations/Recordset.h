@@ -119,6 +119,7 @@ class Recordset {
   ChangeStamp m_blockStamp;  ///< when the block was read
   Criteria m_blockCriteria;  ///< in key order: what chose its rows
   std::size_t m_blockSize = 1;
+  bool m_blockSorted = false;  ///< SQLite had to sort before it gave the block
 
   std::string m_criteriaText;  ///< of the last find, as the host said it
   Criteria m_criteria;

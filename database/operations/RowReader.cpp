@@ -54,7 +54,7 @@ void RowReader::Append(RowBlock& rows, const Statement& row) const {
   rows.Append(row.Handle(), row.Integer(m_source.keyField));
 }
 
-void RowReader::Read(const Criteria& criteria, Which which, std::int64_t after, std::size_t most,
+bool RowReader::Read(const Criteria& criteria, Which which, std::int64_t after, std::size_t most,
                      RowBlock& rows) const {
   rows.Clear();
   const bool last = which == Which::Last;
@@ -73,6 +73,7 @@ void RowReader::Read(const Criteria& criteria, Which which, std::int64_t after, 
     if (rows.Size() == 0 || rows.Key(rows.Size() - 1) != key) Append(rows, *found);
     if (rows.Bytes() > kBlockBytes) break;
   }
+  return sqlite3_stmt_status(found->Handle(), SQLITE_STMTSTATUS_SORT, 1) > 0;
 }
 
 void RowReader::ReadKeys(const Criteria& criteria, KeyList& keys) const {

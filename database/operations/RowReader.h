@@ -37,8 +37,9 @@ class RowReader {
   bool Admits(std::int64_t key) const noexcept;
 
   /// The first or last records that meet the criteria, in the query's order; with `Next`, only
-  /// for queries in key order, the first ones behind the key `after`.
-  void Read(const Criteria& criteria, Which which, std::int64_t after, std::size_t most,
+  /// for queries in key order, the first ones behind the key `after`. Tells whether SQLite had to
+  /// sort them first, which makes reading a few at a time dear.
+  bool Read(const Criteria& criteria, Which which, std::int64_t after, std::size_t most,
             RowBlock& rows) const;
   /// The keys of all records that meet the criteria, in the query's order.
   void ReadKeys(const Criteria& criteria, KeyList& keys) const;
