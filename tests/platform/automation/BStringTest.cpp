@@ -33,7 +33,7 @@ TEST_F(BStringTest, KeepsZerosInside) {
   EXPECT_EQ(SysStringLen(string.get()), 4U);
 }
 
-TEST_F(BStringTest, NullReadsAsEmpty) {
+TEST_F(BStringTest, NullReadsAsEmptyAndTooLongIsRefused) {
   EXPECT_EQ(SysStringLen(nullptr), 0U);
   EXPECT_EQ(SysStringByteLen(nullptr), 0U);
   EXPECT_TRUE(View(nullptr).empty());
@@ -42,9 +42,7 @@ TEST_F(BStringTest, NullReadsAsEmpty) {
   EXPECT_EQ(SysAllocString(nullptr), nullptr);
   EXPECT_FALSE(SysReAllocString(nullptr, u"a"));
   EXPECT_FALSE(SysReAllocStringLen(nullptr, u"a", 1));
-}
-
-TEST_F(BStringTest, RefusesLengthsBeyondTheCount) {
+  // Lengths that the count of bytes cannot tell.
   EXPECT_EQ(SysAllocStringLen(nullptr, 0x80000000U), nullptr);
   EXPECT_EQ(SysAllocStringLen(nullptr, 0xFFFFFFFFU), nullptr);
 }

@@ -3,12 +3,9 @@
 #include <dlfcn.h>
 #include <filesystem>
 #include <fstream>
-#include <optional>
 #include <random>
 #include <string>
 #include <sys/stat.h>
-#include <utility>
-#include <vector>
 
 #include "platform/automation/ClassObject.h"
 #include "platform/automation/ComPtr.h"
@@ -22,41 +19,16 @@ namespace fs = std::filesystem;
 
 constexpr const char* kClassId = "{6F9619FF-8B86-D011-B42D-00C04FC964FF}";
 
-/// Sets environment variables and puts them back at the end.
-class Environment {
- public:
-  ~Environment() {
-    for (auto& [name, value] : m_before) Assign(name, value ? value->c_str() : nullptr);
-  }
-  void Set(const std::string& name, const std::string& value) {
-    Remember(name);
-    Assign(name, value.c_str());
-  }
-  void Unset(const std::string& name) {
-    Remember(name);
-    Assign(name, nullptr);
-  }
-
- private:
-  void Remember(const std::string& name) {
-    const char* value = std::getenv(name.c_str());
-    m_before.emplace_back(name, value ? std::optional<std::string>(value) : std::nullopt);
-  }
-  static void Assign(const std::string& name, const char* value) {
-    value ? setenv(name.c_str(), value, 1) : unsetenv(name.c_str());
-  }
-  std::vector<std::pair<std::string, std::optional<std::string>>> m_before;
-};
-
 class ClassObjectTest : public LeakBalance {
  protected:
   ClassObjectTest() {
     std::string form = (fs::temp_directory_path() / "classes.XXXXXX").string();
     m_folder = mkdtemp(form.data());
-    m_environment.Set("AUTOMATION_CLASS_PATH", m_folder);
+    Set("AUTOMATION_CLASS_PATH", m_folder.string());
   }
   ~ClassObjectTest() override { fs::remove_all(m_folder); }
 
+  static void Set(const char* name, const std::string& value) { setenv(name, value.c_str(), 1); }
   static std::string Whole(const std::string& progId, const std::string& library) {
     return std::string("# a class\r\n\r\n[Class]\r\n  classid=") + kClassId +
            "\r\nProgId = " + progId +
@@ -79,7 +51,6 @@ class ClassObjectTest : public LeakBalance {
   }
 
   fs::path m_folder;
-  Environment m_environment;
 };
 
 TEST_F(ClassObjectTest, FindsAndCreatesARegisteredClass) {
@@ -175,20 +146,20 @@ TEST_F(ClassObjectTest, FoldersAreSearchedInOrder) {
     return text;
   };
   const std::string classes = "/automation/classes.d";
-  m_environment.Set("AUTOMATION_CLASS_PATH",
-                    "/nowhere::" + folder + "/b" + classes + ":" + folder + "/a" + classes);
+  Set("AUTOMATION_CLASS_PATH",
+      "/nowhere::" + folder + "/b" + classes + ":" + folder + "/a" + classes);
   EXPECT_EQ(first(), u"Test.B");
-  m_environment.Set("HOME", folder + "/home");
-  m_environment.Set("XDG_DATA_HOME", folder + "/a");
-  m_environment.Set("XDG_DATA_DIRS", folder + "/none:" + folder + "/b");
+  Set("HOME", folder + "/home");
+  Set("XDG_DATA_HOME", folder + "/a");
+  Set("XDG_DATA_DIRS", folder + "/none:" + folder + "/b");
   EXPECT_EQ(first(), u"Test.B");  // the class path replaces the rest
-  m_environment.Set("AUTOMATION_CLASS_PATH", "");
+  Set("AUTOMATION_CLASS_PATH", "");
   EXPECT_EQ(first(), u"");
-  m_environment.Unset("AUTOMATION_CLASS_PATH");
+  unsetenv("AUTOMATION_CLASS_PATH");
   EXPECT_EQ(first(), u"Test.A");
-  m_environment.Set("XDG_DATA_HOME", "");
+  Set("XDG_DATA_HOME", "");
   EXPECT_EQ(first(), u"Test.Home");
-  m_environment.Set("XDG_DATA_HOME", "relative");
+  Set("XDG_DATA_HOME", "relative");
   EXPECT_EQ(first(), u"Test.B");
 }
 
@@ -206,7 +177,7 @@ TEST_F(ClassObjectTest, LibrariesByPath) {
       {backslashes, kTestClass, S_OK},
       {TEST_CLASS_LIBRARY, CLSID_NULL, CLASS_E_CLASSNOTAVAILABLE},
       {TEST_CLASS_LIBRARY, kFaultyClass, E_UNEXPECTED},
-      {TEST_PLAIN_LIBRARY, kTestClass, CO_E_ERRORINDLL},
+      {TEST_OTHER_LIBRARY, kTestClass, CO_E_ERRORINDLL},
       {folder + "/missing.so", kTestClass, CO_E_DLLNOTFOUND},
       {folder + "/text.so", kTestClass, CO_E_DLLNOTFOUND},
       {folder, kTestClass, CO_E_DLLNOTFOUND},
@@ -225,7 +196,7 @@ TEST_F(ClassObjectTest, LibrariesByPath) {
   ComPtr<IUnknown> object;
   Write("thing.class", Whole("Test.Thing.1", folder + "/missing.so"));
   EXPECT_EQ(Create(object), CO_E_DLLNOTFOUND);
-  Write("thing.class", Whole("Test.Thing.1", TEST_PLAIN_LIBRARY));
+  Write("thing.class", Whole("Test.Thing.1", TEST_OTHER_LIBRARY));
   EXPECT_EQ(Create(object), CO_E_ERRORINDLL);
 }
 

@@ -1,34 +1,22 @@
-// A class library for tests: one class whose objects are plain IUnknowns.
-#include <atomic>
-
-#include "platform/automation/ClassObject.h"
+// A class library for tests: one class, whose one object counts its references and stays.
+#include "platform/automation/Unknown.h"
 #include "tests/platform/automation/TestClass.h"
 
 namespace {
 
-std::atomic<int> g_objects{0};
+ULONG g_references = 0;
 
 class TestObject final : public IUnknown {
  public:
-  TestObject() { ++g_objects; }
   HRESULT STDMETHODCALLTYPE QueryInterface(REFIID riid, void** ppvObject) override {
     *ppvObject = riid == IID_IUnknown ? this : nullptr;
     if (*ppvObject) AddRef();
     return *ppvObject ? S_OK : E_NOINTERFACE;
   }
-  ULONG STDMETHODCALLTYPE AddRef() override { return ++m_references; }
-  ULONG STDMETHODCALLTYPE Release() override {
-    const ULONG left = --m_references;
-    if (left == 0) delete this;
-    return left;
-  }
+  ULONG STDMETHODCALLTYPE AddRef() override { return ++g_references; }
+  ULONG STDMETHODCALLTYPE Release() override { return --g_references; }
+} g_object;
 
- private:
-  virtual ~TestObject() { --g_objects; }
-  ULONG m_references = 1;
-};
-
-/// Lives as long as the library.
 class TestFactory final : public IClassFactory {
  public:
   HRESULT STDMETHODCALLTYPE QueryInterface(REFIID riid, void** ppvObject) override {
@@ -40,16 +28,10 @@ class TestFactory final : public IClassFactory {
   ULONG STDMETHODCALLTYPE Release() override { return 1; }
   HRESULT STDMETHODCALLTYPE CreateInstance(IUnknown* pUnkOuter, REFIID riid,
                                            void** ppvObject) override {
-    if (pUnkOuter) return CLASS_E_NOAGGREGATION;
-    auto* object = new TestObject;
-    const HRESULT status = object->QueryInterface(riid, ppvObject);
-    object->Release();
-    return status;
+    return pUnkOuter ? CLASS_E_NOAGGREGATION : g_object.QueryInterface(riid, ppvObject);
   }
   HRESULT STDMETHODCALLTYPE LockServer(BOOL) override { return S_OK; }
-};
-
-TestFactory g_factory;
+} g_factory;
 
 }  // namespace
 
@@ -59,5 +41,5 @@ extern "C" AUTOMATION_API HRESULT DllGetClassObject(REFCLSID clsid, REFIID iid, 
 }
 
 extern "C" AUTOMATION_API HRESULT DllCanUnloadNow() {
-  return g_objects == 0 ? S_OK : S_FALSE;
+  return g_references == 0 ? S_OK : S_FALSE;
 }
