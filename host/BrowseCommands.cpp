@@ -1,0 +1,142 @@
+// types, list, count: looking at the tools.
+#include <CLI/CLI.hpp>
+#include <algorithm>
+#include <cstdint>
+#include <cstdio>
+#include <limits>
+#include <memory>
+
+#include "host/Commands.h"
+#include "host/HostError.h"
+#include "host/ToolDatabase.h"
+
+namespace orxdb {
+namespace {
+
+struct ListOptions {
+  std::string table;
+  std::string where;
+  std::string order;
+  std::vector<std::string> columns;
+  std::uint64_t limit = std::numeric_limits<std::uint64_t>::max();
+  bool all = false;
+};
+
+void ShowTypes(const Settings& settings) {
+  const ToolDatabase database(settings.database);
+  const auto writer = MakeRowWriter(settings.format);
+  writer->Header({"Type", "Subtype", "Table"});
+  for (const ToolType& type : database.Types()) {
+    writer->Row({Cell::Text(type.type), Cell::Text(type.subtype), Cell::Text(type.table)});
+  }
+  writer->End();
+}
+
+/// Positions of the columns to show, by `names` of all.
+std::vector<std::size_t> Chosen(ToolDatabase& database, const ListOptions& options,
+                                const std::vector<std::string>& names) {
+  std::vector<std::size_t> positions;
+  for (const std::string& column : options.columns) {
+    const auto found = std::ranges::find(names, column);
+    if (found == names.end()) {
+      throw HostError("The tools of " + options.table + " have no property '" + column +
+                      "'. They have: " + CLI::detail::join(names, ", ") + '.');
+    }
+    positions.push_back(static_cast<std::size_t>(found - names.begin()));
+  }
+  if (options.columns.empty()) {
+    for (std::size_t i = 0; i < names.size(); ++i) {
+      if (options.all || !database.IsHidden(names[i])) positions.push_back(i);
+    }
+  }
+  return positions;
+}
+
+void List(const Settings& settings, ListOptions options) {
+  ToolDatabase database(settings.database);
+  options.table = database.TableNamed(options.table);
+  database.Select(options.table, options.where, options.order);
+  ToolWalk walk(database, options.table, options.where);
+
+  std::vector<std::string> names = walk.Names();
+  if (!walk) {
+    std::fputs("No tool is selected.\n", stderr);
+    // Without a tool there are no names; any other tool of the table has the same.
+    database.Select(options.table, {}, {});
+    names = ToolWalk(database, options.table, {}).Names();
+  }
+  if (names.empty()) names = options.columns;  // an empty table
+
+  const std::vector<std::size_t> positions = Chosen(database, options, names);
+  std::vector<std::string> header;
+  header.reserve(positions.size());
+  for (const std::size_t position : positions) header.push_back(names[position]);
+  const auto writer = MakeRowWriter(settings.format);
+  writer->Header(header);
+  for (std::uint64_t count = 0; walk && count < options.limit; ++count) {
+    writer->Row(walk.Values(positions));
+    walk.Next();
+  }
+  writer->End();
+}
+
+void Count(const Settings& settings, const std::string& name, const std::string& where) {
+  ToolDatabase database(settings.database);
+  const std::string table = database.TableNamed(name);
+  long long count = 0;
+  if (where.empty()) {
+    count = database.Count(table);
+  } else {
+    // The component counts all records of the table, selected or not.
+    database.Select(table, where, {});
+    for (ToolWalk walk(database, table, where); walk; walk.Next()) ++count;
+  }
+  WriteRow(settings.format, {"Table", "Count"}, {Cell::Text(table), Cell::Number(count)});
+}
+
+void AddTable(CLI::App& verb, std::string& table) {
+  verb.add_option("TABLE", table, "Tool table, as `orxdb types` names it")
+      ->required()
+      ->type_name("");
+}
+
+void AddFilter(CLI::App& verb, std::string& where) {
+  verb.add_option("--where", where, "Only tools that meet a condition")->type_name("FILTER");
+}
+
+}  // namespace
+
+void AddBrowseCommands(CLI::App& app, const Settings& settings) {
+  CLI::App* types = app.add_subcommand("types", "List the kinds of tools");
+  types->footer("Example:\n  orxdb types");
+  types->callback([&settings] { ShowTypes(settings); });
+
+  CLI::App* list = app.add_subcommand("list", "List the tools of a table");
+  const auto options = std::make_shared<ListOptions>();
+  AddTable(*list, options->table);
+  AddFilter(*list, options->where);
+  list->add_option("--order", options->order, "Properties to sort by, each with DESC for falling")
+      ->type_name("ORDER");
+  list->add_option("--columns", options->columns, "Only these properties, in this order")
+      ->delimiter(',')
+      ->allow_extra_args(false)
+      ->type_name("A,B,C");
+  list->add_option("--limit", options->limit, "At most so many tools")
+      ->check(CLI::NonNegativeNumber)
+      ->type_name("N");
+  list->add_flag("--all", options->all, "Hidden properties too");
+  list->footer(
+      "Example:\n"
+      "  orxdb list TAP --where \"Diameter BETWEEN 3 AND 6 AND Name LIKE 'Tap M*'\" \\\n"
+      "    --order \"Diameter DESC\" --columns Name,Diameter,Pitch");
+  list->callback([&settings, options] { List(settings, *options); });
+
+  CLI::App* count = app.add_subcommand("count", "Count the tools of a table");
+  const auto counted = std::make_shared<ListOptions>();
+  AddTable(*count, counted->table);
+  AddFilter(*count, counted->where);
+  count->footer("Example:\n  orxdb count TAP --where \"Unit = 'in'\"");
+  count->callback([&settings, counted] { Count(settings, counted->table, counted->where); });
+}
+
+}  // namespace orxdb

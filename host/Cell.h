@@ -1,0 +1,25 @@
+// Values as the host shows them.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include "platform/automation/Types.h"
+
+namespace orxdb {
+
+/// One value to show. Null has no text, numbers are plain with a full stop, flags are "true" or
+/// "false", dates "YYYY-MM-DD HH:MM:SS", bytes hexadecimal digits.
+struct Cell {
+  enum class Kind { Null, Text, Number, Flag };
+
+  Kind kind = Kind::Null;
+  std::string text;
+
+  static Cell Text(std::string_view text) { return {Kind::Text, std::string(text)}; }
+  static Cell Number(long long number) { return {Kind::Number, std::to_string(number)}; }
+  /// Reals get the shortest text that reads back as the same number.
+  static Cell Of(const VARIANT& value);
+};
+
+}  // namespace orxdb

@@ -1,0 +1,24 @@
+// The verbs. Every group of verbs has a file of its own, which adds them to the command line.
+#pragma once
+
+#include <string>
+
+#include "host/RowWriter.h"
+
+namespace CLI {
+class App;
+}
+
+namespace orxdb {
+
+/// What the options before the verb say.
+struct Settings {
+  std::string database;  ///< empty for the default database
+  Format format = Format::Table;
+};
+
+/// `settings` is filled when the verb runs; it and the app outlive every verb.
+void AddCreateCommand(CLI::App& app, const Settings& settings);
+void AddBrowseCommands(CLI::App& app, const Settings& settings);
+
+}  // namespace orxdb

@@ -1,0 +1,18 @@
+// The database file seen from outside: where it is by default, and why it may be of no use.
+#pragma once
+
+#include <filesystem>
+#include <string>
+
+namespace orxdb {
+
+/// The folder of this program.
+std::filesystem::path ProgramFolder();
+
+/// The file that hosts open when they name none: CAM/TOOLS/tools.mdb beside the program's folder.
+std::filesystem::path DefaultDatabase();
+
+/// A sentence on why the component found no tools in the file.
+std::string WhyUnusable(const std::filesystem::path& file);
+
+}  // namespace orxdb

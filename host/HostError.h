@@ -1,0 +1,16 @@
+#pragma once
+
+#include <stdexcept>
+
+namespace orxdb {
+
+/// What the person at the host is told when a verb fails: a whole sentence. The program then ends
+/// with code 1.
+class HostError : public std::runtime_error {
+  using std::runtime_error::runtime_error;
+};
+
+/// Whoever read the output has read enough (`| head`); the program ends quietly.
+class OutputClosed {};
+
+}  // namespace orxdb

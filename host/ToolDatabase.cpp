@@ -1,0 +1,140 @@
+#include "host/ToolDatabase.h"
+
+#include <algorithm>
+#include <array>
+#include <charconv>
+#include <filesystem>
+
+#include "host/DatabaseFile.h"
+#include "host/HostError.h"
+#include "platform/automation/ClassObject.h"
+#include "platform/framework/ExecutablePath.h"
+#include "platform/framework/Text.h"
+
+namespace orxdb {
+namespace {
+
+std::string Hexadecimal(HRESULT status) {
+  std::array<char, 8> digits{};
+  const auto end =
+      std::to_chars(digits.data(), digits.data() + digits.size(), static_cast<ULONG>(status), 16)
+          .ptr;
+  return "0x" + std::string(digits.data(), end);
+}
+
+ComPtr<IOrxDbObj> CreateComponent() {
+  const std::string library = ProgramFolder().parent_path() / "lib" / "libORXDB.so";
+  ComPtr<IClassFactory> factory;
+  ComPtr<IOrxDbObj> component;
+  HRESULT status = CoGetClassObjectFromFile(library.c_str(), CLSID_OrxDbObj, IClassFactory::iid,
+                                            factory.putVoid());
+  if (SUCCEEDED(status)) {
+    status = factory->CreateInstance(nullptr, IOrxDbObj::iid, component.putVoid());
+  }
+  if (FAILED(status)) {
+    throw HostError("The component " + library + " cannot be used (" + Hexadecimal(status) + ").");
+  }
+  return component;
+}
+
+std::vector<std::string> Texts(const Variant& array) {
+  std::vector<std::string> texts;
+  if (array.type() == (VT_ARRAY | VT_BSTR)) {
+    for (BSTR text : ArrayAccess<BSTR>(array.get().parray)) texts.push_back(NarrowBstr(text));
+  }
+  return texts;
+}
+
+std::vector<ToolType> ReadTypes(IOrxDbObj& component) {
+  Variant array;
+  if (FAILED(component.GetToolTypes(array.put()))) return {};
+  const std::vector<std::string> texts = Texts(array);
+  std::vector<ToolType> types;
+  for (std::size_t i = 0; i + 2 < texts.size(); i += 3) {
+    types.push_back({texts[i], texts[i + 1], texts[i + 2]});
+  }
+  return types;
+}
+
+char Folded(char c) {
+  return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c;
+}
+
+}  // namespace
+
+ToolDatabase::ToolDatabase(const std::string& file) : m_component(CreateComponent()) {
+  if (file.empty()) {
+    m_component->OpenDefaultDataBase();
+  } else {
+    m_component->SetMdbFile(WidenToBstr(file).get());
+  }
+  m_types = ReadTypes(*m_component);
+  if (m_types.empty()) {
+    throw HostError(
+        WhyUnusable(file.empty() ? DefaultDatabase() : std::filesystem::path(NativePath(file))));
+  }
+}
+
+std::string ToolDatabase::TableNamed(const std::string& name) const {
+  const ToolType* match = nullptr;
+  for (const ToolType& type : m_types) {
+    if (type.table == name) return name;
+    if (std::ranges::equal(type.table, name, {}, Folded, Folded)) match = &type;
+  }
+  if (!match) {
+    throw HostError("There is no tool table '" + name + "'. `orxdb types` lists them.");
+  }
+  return match->table;
+}
+
+void ToolDatabase::Select(const std::string& table, const std::string& where,
+                          const std::string& order) {
+  if (FAILED(m_component->SetTabFilter(WidenToBstr(table).get(), WidenToBstr(where).get(),
+                                       WidenToBstr(order).get()))) {
+    throw HostError("The database does not accept the order '" + order + "'.");
+  }
+}
+
+LONG ToolDatabase::Count(const std::string& table) {
+  LONG count = -1;
+  if (FAILED(m_component->GetSelectedRecordCount(WidenToBstr(table).get(), &count)) || count < 0) {
+    throw HostError("The tools of " + table + " cannot be counted.");
+  }
+  return count;
+}
+
+bool ToolDatabase::IsHidden(const std::string& property) {
+  VARIANT_BOOL hidden = VARIANT_FALSE;
+  if (FAILED(m_component->IsHiddenProperty(WidenToBstr(property).get(), &hidden))) {
+    throw HostError("The component does not tell whether '" + property + "' is hidden.");
+  }
+  return hidden != VARIANT_FALSE;
+}
+
+ToolWalk::ToolWalk(ToolDatabase& database, const std::string& table, const std::string& filter)
+    : m_database(database), m_table(WidenToBstr(table)) {
+  Variant names;
+  if (FAILED(m_database.Component().GetFirstTool(m_table.get(), names.put(), m_values.put()))) {
+    throw HostError(filter.empty() ? "The tools of " + table + " cannot be read."
+                                   : "The database does not accept the filter '" + filter + "'.");
+  }
+  m_names = Texts(names);
+}
+
+void ToolWalk::Next() {
+  if (FAILED(m_database.Component().GetNextTool(m_table.get(), m_values.put()))) {
+    throw HostError("The walk over " + NarrowBstr(m_table.get()) + " could not go on.");
+  }
+}
+
+std::vector<Cell> ToolWalk::Values(const std::vector<std::size_t>& positions) const {
+  const ArrayAccess<VARIANT> values(m_values.get().parray);
+  std::vector<Cell> cells;
+  cells.reserve(positions.size());
+  for (const std::size_t position : positions) {
+    cells.push_back(position < values.size() ? Cell::Of(values[position]) : Cell());
+  }
+  return cells;
+}
+
+}  // namespace orxdb
