@@ -162,7 +162,7 @@ union BINDPTR {
 
 /// Describes one type. What the Get…Attr and Get…Desc calls hand out goes back through the
 /// matching Release… call; strings belong to the caller.
-struct AUTOMATION_API ITypeInfo : public IUnknown {
+struct ITypeInfo : public IUnknown {
   static constexpr const IID& iid = IID_ITypeInfo;
   virtual HRESULT STDMETHODCALLTYPE GetTypeAttr(TYPEATTR** ppTypeAttr) = 0;
   virtual HRESULT STDMETHODCALLTYPE GetTypeComp(ITypeComp** ppTComp) = 0;
@@ -196,7 +196,7 @@ struct AUTOMATION_API ITypeInfo : public IUnknown {
 };
 
 /// Describes a library of types, numbered from 0.
-struct AUTOMATION_API ITypeLib : public IUnknown {
+struct ITypeLib : public IUnknown {
   static constexpr const IID& iid = IID_ITypeLib;
   virtual UINT STDMETHODCALLTYPE GetTypeInfoCount() = 0;
   virtual HRESULT STDMETHODCALLTYPE GetTypeInfo(UINT index, ITypeInfo** ppTInfo) = 0;
@@ -214,7 +214,7 @@ struct AUTOMATION_API ITypeLib : public IUnknown {
   virtual void STDMETHODCALLTYPE ReleaseTLibAttr(TLIBATTR* pTLibAttr) = 0;
 };
 
-struct AUTOMATION_API ITypeComp : public IUnknown {
+struct ITypeComp : public IUnknown {
   static constexpr const IID& iid = IID_ITypeComp;
   virtual HRESULT STDMETHODCALLTYPE Bind(LPOLESTR szName, ULONG lHashVal, WORD wFlags,
                                          ITypeInfo** ppTInfo, DESCKIND* pDescKind,

@@ -31,7 +31,7 @@ inline constexpr IID IID_ISupportErrorInfo = {
 
 struct ITypeInfo;  // TypeInfo.h
 
-struct AUTOMATION_API IUnknown {
+struct IUnknown {
   static constexpr const IID& iid = IID_IUnknown;
   virtual HRESULT STDMETHODCALLTYPE QueryInterface(REFIID riid, void** ppvObject) = 0;
   virtual ULONG STDMETHODCALLTYPE AddRef() = 0;
@@ -68,7 +68,7 @@ struct EXCEPINFO {
   SCODE scode;
 };
 
-struct AUTOMATION_API IDispatch : public IUnknown {
+struct IDispatch : public IUnknown {
   static constexpr const IID& iid = IID_IDispatch;
   virtual HRESULT STDMETHODCALLTYPE GetTypeInfoCount(UINT* pctinfo) = 0;
   virtual HRESULT STDMETHODCALLTYPE GetTypeInfo(UINT iTInfo, LCID lcid, ITypeInfo** ppTInfo) = 0;
@@ -79,14 +79,14 @@ struct AUTOMATION_API IDispatch : public IUnknown {
                                            EXCEPINFO* pExcepInfo, UINT* puArgErr) = 0;
 };
 
-struct AUTOMATION_API IClassFactory : public IUnknown {
+struct IClassFactory : public IUnknown {
   static constexpr const IID& iid = IID_IClassFactory;
   virtual HRESULT STDMETHODCALLTYPE CreateInstance(IUnknown* pUnkOuter, REFIID riid,
                                                    void** ppvObject) = 0;
   virtual HRESULT STDMETHODCALLTYPE LockServer(BOOL fLock) = 0;
 };
 
-struct AUTOMATION_API IErrorInfo : public IUnknown {
+struct IErrorInfo : public IUnknown {
   static constexpr const IID& iid = IID_IErrorInfo;
   virtual HRESULT STDMETHODCALLTYPE GetGUID(GUID* pGUID) = 0;
   virtual HRESULT STDMETHODCALLTYPE GetSource(BSTR* pBstrSource) = 0;
@@ -95,7 +95,7 @@ struct AUTOMATION_API IErrorInfo : public IUnknown {
   virtual HRESULT STDMETHODCALLTYPE GetHelpContext(DWORD* pdwHelpContext) = 0;
 };
 
-struct AUTOMATION_API ICreateErrorInfo : public IUnknown {
+struct ICreateErrorInfo : public IUnknown {
   static constexpr const IID& iid = IID_ICreateErrorInfo;
   virtual HRESULT STDMETHODCALLTYPE SetGUID(REFGUID rguid) = 0;
   virtual HRESULT STDMETHODCALLTYPE SetSource(LPOLESTR szSource) = 0;
@@ -104,7 +104,7 @@ struct AUTOMATION_API ICreateErrorInfo : public IUnknown {
   virtual HRESULT STDMETHODCALLTYPE SetHelpContext(DWORD dwHelpContext) = 0;
 };
 
-struct AUTOMATION_API ISupportErrorInfo : public IUnknown {
+struct ISupportErrorInfo : public IUnknown {
   static constexpr const IID& iid = IID_ISupportErrorInfo;
   virtual HRESULT STDMETHODCALLTYPE InterfaceSupportsErrorInfo(REFIID riid) = 0;
 };
