@@ -5,7 +5,7 @@ target_compile_options(orxdb_options INTERFACE
   -Wall -Wextra -Wpedantic -Wconversion -Wshadow -Werror)
 if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU" AND CMAKE_CXX_COMPILER_VERSION VERSION_LESS 13)
   # This compiler sees overlapping copies in std::string's operator+ where there are none.
-  target_compile_options(orxdb_options INTERFACE -Wno-restrict)
+  target_compile_options(orxdb_options INTERFACE -Wno-restrict -Wno-unknown-warning-option)
 endif()
 if(ORXDB_SANITIZE)
   target_compile_options(orxdb_options INTERFACE

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <array>
-#include <tuple>
 #include <utility>
 
 #include "database/operations/DaoException.h"
@@ -20,11 +19,11 @@ constexpr std::array kReservedWords = {
 
 /// A function of the dialect: `$1` to `$3` of the pattern are the arguments.
 struct Function {
-  const char* name;
-  std::size_t fewest;
-  std::size_t most;
-  const char* pattern;
-  ValueKind kind;
+  const char* name = "";
+  std::size_t fewest = 0;
+  std::size_t most = 0;
+  const char* pattern = "";
+  ValueKind kind = ValueKind::Unknown;
   const char* lastArgument = "";  ///< put in when the optional last argument is missing
 };
 
@@ -218,7 +217,7 @@ Expression ExpressionTranslator::Comparison() {
         (token.text == "=" || token.text == "<>" || token.text == "<" || token.text == ">" ||
          token.text == "<=" || token.text == ">=")) {
       ++m_at;
-      left = Compared(std::move(left), token.text, Concatenation());
+      left = Compared(left, token.text, Concatenation());
     } else if (Skip("IS")) {
       const bool negated = Skip("NOT");
       Expect("NULL");
@@ -228,11 +227,11 @@ Expression ExpressionTranslator::Comparison() {
       const bool negated = token.IsWord("NOT") && Next(1).kind == Token::Kind::Word;
       if (negated) ++m_at;
       if (Skip("LIKE")) {
-        left = Like(std::move(left));
+        left = Like(left);
       } else if (Skip("BETWEEN")) {
-        left = Between(std::move(left));
+        left = Between(left);
       } else if (Skip("IN")) {
-        left = In(std::move(left));
+        left = In(left);
       } else if (negated) {
         Fail("NOT stands where a comparison was expected");
       } else {
@@ -243,8 +242,8 @@ Expression ExpressionTranslator::Comparison() {
   }
 }
 
-Expression ExpressionTranslator::Compared(Expression left, std::string_view comparison,
-                                          Expression right) {
+Expression ExpressionTranslator::Compared(const Expression& left, std::string_view comparison,
+                                          const Expression& right) {
   const bool text = left.kind == ValueKind::Text || right.kind == ValueKind::Text;
   SqlText sql = Fill("($1 ", {AsValue(left)});
   sql.Append(comparison);
@@ -254,12 +253,12 @@ Expression ExpressionTranslator::Compared(Expression left, std::string_view comp
   return Made(std::move(sql), ValueKind::Condition);
 }
 
-Expression ExpressionTranslator::Like(Expression left) {
+Expression ExpressionTranslator::Like(const Expression& left) {
   const Expression pattern = Concatenation();
   return Made(Fill("orx_like($1, $2)", {AsValue(pattern), AsValue(left)}), ValueKind::Condition);
 }
 
-Expression ExpressionTranslator::Between(Expression left) {
+Expression ExpressionTranslator::Between(const Expression& left) {
   Expression low = Concatenation();
   Expect("AND");
   Expression high = Concatenation();
@@ -274,7 +273,7 @@ Expression ExpressionTranslator::Between(Expression left) {
               ValueKind::Condition);
 }
 
-Expression ExpressionTranslator::In(Expression left) {
+Expression ExpressionTranslator::In(const Expression& left) {
   const Nesting nesting(m_depth);
   Expect("(");
   SqlText members;
@@ -442,104 +441,6 @@ Expression ExpressionTranslator::Call(const std::string& function) {
     return Made(Fill(each.pattern, arguments), kind);
   }
   Fail("There is no function " + function + " with that many arguments");
-}
-
-// --- Names
-
-Expression ExpressionTranslator::NamedColumn() {
-  std::string qualifier;
-  std::string name = ExpectName();
-  if ((Next().IsSymbol(".") || Next().IsSymbol("!")) && Next(1).IsName()) {
-    ++m_at;
-    qualifier = std::move(name);
-    name = Next().text;
-    ++m_at;
-  }
-  return ResolveColumn(qualifier, name);
-}
-
-namespace {
-
-struct Match {
-  const NameScope* scope;
-  const ScopeColumn* column;
-};
-
-/// Every column of the scopes that a test accepts.
-template <typename Test>
-std::vector<Match> Matches(const std::vector<NameScope>& scopes, Test test) {
-  std::vector<Match> matches;
-  for (const NameScope& scope : scopes) {
-    for (const ScopeColumn& column : scope.columns) {
-      if (test(scope, column)) matches.push_back({&scope, &column});
-    }
-  }
-  return matches;
-}
-
-/// The columns that a name may mean, by the first rule that gives any: the column of that name
-/// (of the qualifying source), the column whose very name is "qualifier.name", the columns that
-/// come from that base table field.
-std::vector<Match> Candidates(const std::vector<NameScope>& scopes, const std::string& qualifier,
-                              const std::string& name) {
-  auto matches = Matches(scopes, [&](const NameScope& scope, const ScopeColumn& column) {
-    return SameName(column.name, name) && (qualifier.empty() || SameName(scope.name, qualifier));
-  });
-  if (!matches.empty()) return matches;
-  const std::size_t dot = name.find('.');
-  if (qualifier.empty() && dot != std::string::npos) {
-    return Candidates(scopes, name.substr(0, dot), name.substr(dot + 1));
-  }
-  matches = Matches(scopes, [&](const NameScope&, const ScopeColumn& column) {
-    return !qualifier.empty() && SameName(column.name, qualifier + "." + name);
-  });
-  if (!matches.empty()) return matches;
-  return Matches(scopes, [&](const NameScope&, const ScopeColumn& column) {
-    return SameName(column.sourceField, name) &&
-           (qualifier.empty() || SameName(column.sourceTable, qualifier));
-  });
-}
-
-}  // namespace
-
-Expression ExpressionTranslator::ResolveColumn(const std::string& qualifier,
-                                               const std::string& name) const {
-  for (auto scopes = m_scopes.rbegin(); scopes != m_scopes.rend(); ++scopes) {
-    const std::vector<Match> matches = Candidates(*scopes, qualifier, name);
-    for (const Match& each : matches) {
-      // One base table field shown twice is no ambiguity; two sources or fields are.
-      const Match& first = matches.front();
-      if (each.scope != first.scope ||
-          std::tie(each.column->sourceTable, each.column->sourceField) !=
-              std::tie(first.column->sourceTable, first.column->sourceField)) {
-        Fail("The name " + name + " could mean more than one field");
-      }
-    }
-    Expression column;
-    column.column = true;
-    if (!matches.empty()) {
-      const Match& match = matches.front();
-      column.name = match.column->name;
-      column.kind = match.column->kind;
-      column.columnSql = Quoted(match.column->name);
-      if (!match.scope->alias.empty()) {
-        column.columnSql = Quoted(match.scope->alias) + "." + column.columnSql;
-      }
-    } else {
-      const auto open = std::find_if(scopes->begin(), scopes->end(), [&](const NameScope& scope) {
-        return scope.open && (qualifier.empty() || SameName(scope.name, qualifier));
-      });
-      if (open == scopes->end()) continue;
-      column.name = name;
-      column.columnSql = Quoted(open->alias) + "." + Quoted(name);
-    }
-    column.sql.text = column.columnSql;
-    // Files may hold a true flag as any number but 0, and dates with or without a time of day.
-    if (column.kind == ValueKind::Flag) column.sql.text = "-(" + column.columnSql + " <> 0)";
-    if (column.kind == ValueKind::Date) column.sql.text = "datetime(" + column.columnSql + ")";
-    return column;
-  }
-  Fail("There is no field " + (qualifier.empty() ? name : qualifier + "." + name));
 }
 
 }  // namespace orxdb

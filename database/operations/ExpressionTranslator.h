@@ -80,10 +80,10 @@ class ExpressionTranslator {
 
   Expression LogicalChain(Level operand, std::string_view word);
   Expression FunctionChain(Level operand, std::string_view symbolOrWord, const char* function);
-  Expression Compared(Expression left, std::string_view comparison, Expression right);
-  Expression Like(Expression left);
-  Expression Between(Expression left);
-  Expression In(Expression left);
+  Expression Compared(const Expression& left, std::string_view comparison, const Expression& right);
+  Expression Like(const Expression& left);
+  Expression Between(const Expression& left);
+  Expression In(const Expression& left);
   Expression Call(const std::string& function);
   Expression NamedColumn();
   Expression ResolveColumn(const std::string& qualifier, const std::string& name) const;
