@@ -2,6 +2,8 @@
 
 #include <utility>
 
+#include "browse/PropertyArrays.h"
+
 namespace orxdb {
 namespace {
 
@@ -13,18 +15,6 @@ bool HasCurrentRecord(const CDaoRecordset& tools) {
 CDaoRecordset* BookmarkableSet(const CToolTableInfo& table) {
   CDaoRecordset* tools = table.m_pToolSet.get();
   return tools && HasCurrentRecord(*tools) && tools->CanBookmark() ? tools : nullptr;
-}
-
-}  // namespace
-
-void SetTabFilter(CToolTableInfo& table, std::string where, const std::string& order) {
-  table.m_strFilter = std::move(where);
-  if (order.empty()) return;
-  CDaoRecordset& tools = table.ToolSet();
-  tools.Close();
-  table.m_pToolQuery->Close();
-  table.m_pToolQuery->Create("SELECT * FROM Q_" + table.m_strTableName + " ORDER BY " + order);
-  tools.Open(table.m_pToolQuery.get());
 }
 
 bool MoveToFirstTool(CToolTableInfo& table) {
@@ -41,6 +31,39 @@ bool MoveToNextTool(CToolTableInfo& table) {
   if (!table.m_strFilter.empty() && !tools->FindNext(table.m_strFilter)) return false;
   if (table.m_strFilter.empty()) tools->MoveNext();
   return HasCurrentRecord(*tools);
+}
+
+/// The values of the current record if the cursor `found` one. A record that another process
+/// deletes between move and reading is stepped over, like one deleted before the move.
+Variant ReadTool(CToolTableInfo& table, bool found) {
+  for (; found; found = MoveToNextTool(table)) {
+    try {
+      return FieldValues(table.ToolSet());
+    } catch (const CDaoException& exception) {
+      if (exception.Error() != DaoError::RecordDeleted) throw;
+    }
+  }
+  return {};
+}
+
+}  // namespace
+
+void SetTabFilter(CToolTableInfo& table, std::string where, const std::string& order) {
+  table.m_strFilter = std::move(where);
+  if (order.empty()) return;
+  CDaoRecordset& tools = table.ToolSet();
+  tools.Close();
+  table.m_pToolQuery->Close();
+  table.m_pToolQuery->Create("SELECT * FROM Q_" + table.m_strTableName + " ORDER BY " + order);
+  tools.Open(table.m_pToolQuery.get());
+}
+
+Variant FirstTool(CToolTableInfo& table) {
+  return ReadTool(table, MoveToFirstTool(table));
+}
+
+Variant NextTool(CToolTableInfo& table) {
+  return ReadTool(table, MoveToNextTool(table));
 }
 
 LONG CountSelectedRecords(CToolTableInfo& table) {

@@ -14,12 +14,12 @@ namespace orxdb {
 /// closed until a good ordering comes.
 void SetTabFilter(CToolTableInfo& table, std::string where, const std::string& order);
 
-/// Moves to the first record that the filter selects; false when there is none.
-bool MoveToFirstTool(CToolTableInfo& table);
+/// Moves to the first record that the filter selects and gives its values (see `FieldValues`);
+/// empty when there is none.
+Variant FirstTool(CToolTableInfo& table);
 
-/// Moves to the next record that the filter selects; false when there is none, also for a table
-/// without a recordset.
-bool MoveToNextTool(CToolTableInfo& table);
+/// As `FirstTool` for the next selected record; empty also for a table without a recordset.
+Variant NextTool(CToolTableInfo& table);
 
 /// The number of records that the recordset has reached once the last selected one was looked for:
 /// all of them, filter or not. 0 when there is no current record. The cursor stays where it was.

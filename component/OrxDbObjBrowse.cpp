@@ -46,9 +46,9 @@ HRESULT OrxDbObj::GetFirstTool(BSTR bstrToolTable, VARIANT* pPropNames, VARIANT*
   return RunMethod<Guard::Framework>(g_pToolDbData && IsEmpty(pPropNames) && IsEmpty(pProps), [&] {
     CToolTableInfo* table = FindToolTable(bstrToolTable);
     if (!table) return E_FAIL;
-    if (!orxdb::MoveToFirstTool(*table)) return S_OK;
+    Variant values = orxdb::FirstTool(*table);
+    if (values.empty()) return S_OK;
     Variant names = orxdb::FieldNames(table->ToolSet());
-    Variant values = orxdb::FieldValues(table->ToolSet());
     *pPropNames = names.detach();
     *pProps = values.detach();
     return S_OK;
@@ -59,7 +59,7 @@ HRESULT OrxDbObj::GetNextTool(BSTR bstrToolTable, VARIANT* pProps) {
   return RunMethod<Guard::Framework>(g_pToolDbData && IsEmpty(pProps), [&] {
     CToolTableInfo* table = FindToolTable(bstrToolTable);
     if (!table) return E_FAIL;
-    if (orxdb::MoveToNextTool(*table)) *pProps = orxdb::FieldValues(table->ToolSet()).detach();
+    *pProps = orxdb::NextTool(*table).detach();
     return S_OK;
   });
 }
