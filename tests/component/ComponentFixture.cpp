@@ -1,0 +1,169 @@
+#include "tests/component/ComponentFixture.h"
+
+#include <cstdlib>
+#include <fstream>
+#include <memory>
+#include <sqlite3.h>
+#include <sstream>
+
+#include "platform/automation/ClassObject.h"
+#include "platform/automation/ErrorInfo.h"
+#include "platform/framework/Text.h"
+
+namespace orxdb::test {
+
+TemporaryFolder::TemporaryFolder() {
+  std::string name = (std::filesystem::temp_directory_path() / "orxdb-XXXXXX").string();
+  m_path = mkdtemp(name.data());
+}
+
+TemporaryFolder::~TemporaryFolder() {
+  std::filesystem::remove_all(m_path);
+}
+
+void RunSql(const std::filesystem::path& file, const std::string& sql) {
+  sqlite3* opened = nullptr;
+  ASSERT_EQ(sqlite3_open(file.c_str(), &opened), SQLITE_OK);
+  const std::unique_ptr<sqlite3, decltype(&sqlite3_close)> database(opened, &sqlite3_close);
+  ASSERT_EQ(sqlite3_exec(opened, sql.c_str(), nullptr, nullptr, nullptr), SQLITE_OK)
+      << sqlite3_errmsg(opened);
+}
+
+void SeedDatabase(const std::filesystem::path& file, const std::string& more) {
+  std::ostringstream sql;
+  sql << std::ifstream(ORXDB_SEED).rdbuf();
+  RunSql(file, sql.str());
+  RunSql(file, more);
+}
+
+std::vector<std::string> Strings(const VARIANT& array) {
+  EXPECT_EQ(array.vt, VT_ARRAY | VT_BSTR);
+  std::vector<std::string> strings;
+  if (array.vt != (VT_ARRAY | VT_BSTR)) return strings;
+  LONG first = -1;
+  EXPECT_EQ(SafeArrayGetLBound(array.parray, 1, &first), S_OK);
+  EXPECT_EQ(first, 0);
+  for (const BSTR string : ArrayAccess<BSTR>(array.parray)) strings.push_back(NarrowBstr(string));
+  return strings;
+}
+
+std::string TakeError() {
+  ComPtr<IErrorInfo> info;
+  if (GetErrorInfo(0, info.put()) != S_OK) return {};
+  GUID guid{};
+  info->GetGUID(&guid);
+  EXPECT_EQ(guid, IID_IOrxDbObj);
+  Bstr source;
+  Bstr description;
+  info->GetSource(source.put());
+  info->GetDescription(description.put());
+  return NarrowBstr(source.get()) + ": " + NarrowBstr(description.get());
+}
+
+void ComponentTest::SetUp() {
+  m_strings = AutomationLiveStrings();
+  m_arrays = AutomationLiveArrays();
+  std::ofstream(m_folder / "orxdb.class") << "[Class]\n"
+                                             "ClassId = {5CFEC078-5A02-4476-BD65-EDDE95DC124C}\n"
+                                             "ProgId = ORXDB.OrxDbObj.1\n"
+                                             "Library = " ORXDB_LIBRARY
+                                             "\n"
+                                             "[End]\n";
+  setenv("AUTOMATION_CLASS_PATH", (m_folder / "").c_str(), 1);
+  m_db = NewObject();
+}
+
+void ComponentTest::TearDown() {
+  m_db.reset();
+  TakeError();
+  EXPECT_EQ(AutomationLiveStrings(), m_strings);
+  EXPECT_EQ(AutomationLiveArrays(), m_arrays);
+}
+
+ComPtr<IClassFactory> ComponentTest::Factory() {
+  ComPtr<IClassFactory> factory;
+  EXPECT_EQ(CoGetClassObjectFromFile(ORXDB_LIBRARY, CLSID_OrxDbObj, IClassFactory::iid,
+                                     factory.putVoid()),
+            S_OK);
+  return factory;
+}
+
+ComPtr<IOrxDbObj> ComponentTest::NewObject() {
+  ComPtr<IOrxDbObj> object;
+  EXPECT_EQ(Factory()->CreateInstance(nullptr, IOrxDbObj::iid, object.putVoid()), S_OK);
+  return object;
+}
+
+void ComponentTest::OpenSeeded(const std::string& more) {
+  SeedDatabase(m_file, more);
+  ASSERT_EQ(SetMdbFile(*m_db, m_file), S_OK);
+}
+
+HRESULT ComponentTest::SetMdbFile(IOrxDbObj& object, const std::filesystem::path& file) {
+  return object.SetMdbFile(WidenToBstr(file.string()).get());
+}
+
+HRESULT ComponentTest::SetFilter(std::string_view table, std::string_view where,
+                                 std::string_view order) {
+  return m_db->SetTabFilter(WidenToBstr(table).get(), WidenToBstr(where).get(),
+                            WidenToBstr(order).get());
+}
+
+Record ComponentTest::First(std::string_view table) {
+  Variant names;
+  Variant values;
+  EXPECT_EQ(m_db->GetFirstTool(WidenToBstr(table).get(), names.put(), values.put()), S_OK);
+  EXPECT_EQ(names.empty(), values.empty());
+  if (values.empty()) return {};
+  m_names = Strings(names.get());
+  return ToRecord(values);
+}
+
+Record ComponentTest::Next(std::string_view table) {
+  Variant values;
+  EXPECT_EQ(m_db->GetNextTool(WidenToBstr(table).get(), values.put()), S_OK);
+  return values.empty() ? Record() : ToRecord(values);
+}
+
+Record ComponentTest::ToRecord(const Variant& values) {
+  EXPECT_EQ(values.type(), VT_ARRAY | VT_VARIANT);
+  const ArrayAccess<VARIANT> elements(values.get().parray);
+  EXPECT_EQ(elements.size(), m_names.size());
+  Record record;
+  for (std::size_t i = 0; i < std::min(m_names.size(), elements.size()); ++i) {
+    Bstr text;
+    EXPECT_EQ(m_db->VariantToSQLString(&elements[i], text.put()), S_OK);
+    record[m_names[i]] = NarrowBstr(text.get());
+  }
+  return record;
+}
+
+std::vector<std::string> ComponentTest::Walk(std::string_view table, const std::string& field) {
+  std::vector<std::string> found;
+  for (Record record = First(table); !record.empty(); record = Next(table)) {
+    found.push_back(record[field]);
+  }
+  return found;
+}
+
+HRESULT ComponentTest::FirstStatus(std::string_view table) {
+  Variant names;
+  Variant values;
+  const HRESULT result = m_db->GetFirstTool(WidenToBstr(table).get(), names.put(), values.put());
+  EXPECT_TRUE(result == S_OK || (names.empty() && values.empty()));
+  return result;
+}
+
+LONG ComponentTest::Count(std::string_view table) {
+  LONG count = -2;
+  EXPECT_EQ(m_db->GetSelectedRecordCount(WidenToBstr(table).get(), &count), S_OK);
+  return count;
+}
+
+std::vector<std::string> ComponentTest::ToolTypes() {
+  Variant types;
+  EXPECT_EQ(m_db->GetToolTypes(types.put()), S_OK);
+  return Strings(types.get());
+}
+
+}  // namespace orxdb::test

@@ -1,0 +1,86 @@
+// A small seeded database and the component as a host sees it: loaded by path, made by its class
+// factory, used through its interface.
+#pragma once
+
+#include <filesystem>
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <map>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "interface/IOrxDbObj.h"
+#include "platform/automation/ComPtr.h"
+#include "platform/automation/Variant.h"
+
+namespace orxdb::test {
+
+/// A folder of its own for one test.
+class TemporaryFolder {
+ public:
+  TemporaryFolder();
+  TemporaryFolder(const TemporaryFolder&) = delete;
+  TemporaryFolder& operator=(const TemporaryFolder&) = delete;
+  ~TemporaryFolder();
+  std::filesystem::path operator/(std::string_view name) const { return m_path / name; }
+
+ private:
+  std::filesystem::path m_path;
+};
+
+/// Runs SQL statements on a database file with SQLite itself.
+void RunSql(const std::filesystem::path& file, const std::string& sql);
+
+/// Makes a database by Seed.sql and then runs more SQL on it.
+void SeedDatabase(const std::filesystem::path& file, const std::string& more = {});
+
+/// One record by field name, every value as text for queries.
+using Record = std::map<std::string, std::string>;
+
+/// The strings of a VT_ARRAY | VT_BSTR vector from 0, narrow.
+std::vector<std::string> Strings(const VARIANT& array);
+
+/// Takes this thread's error information away and tells it as "source: description"; empty when
+/// there is none.
+std::string TakeError();
+
+/// The error information of a failing method of the (registered) class.
+inline constexpr const char* kReportedError = "ORXDB.OrxDbObj.1: ORX DB Error";
+
+class ComponentTest : public testing::Test {
+ protected:
+  void SetUp() override;
+  /// Releases the object and shows that every string and array has been freed.
+  void TearDown() override;
+
+  static ComPtr<IClassFactory> Factory();
+  static ComPtr<IOrxDbObj> NewObject();
+
+  void OpenSeeded(const std::string& more = {});
+  static HRESULT SetMdbFile(IOrxDbObj& object, const std::filesystem::path& file);
+
+  HRESULT SetFilter(std::string_view table, std::string_view where, std::string_view order = {});
+  /// The first or next record; empty at the end. Failures are test failures.
+  Record First(std::string_view table);
+  Record Next(std::string_view table);
+  /// One field of every record that a walk stops at.
+  std::vector<std::string> Walk(std::string_view table, const std::string& field = "Name");
+  /// The status of GetFirstTool alone.
+  HRESULT FirstStatus(std::string_view table);
+  LONG Count(std::string_view table);
+  std::vector<std::string> ToolTypes();
+
+  TemporaryFolder m_folder;
+  std::filesystem::path m_file = m_folder / "tools.mdb";
+  ComPtr<IOrxDbObj> m_db;
+
+ private:
+  Record ToRecord(const Variant& values);
+
+  std::vector<std::string> m_names;
+  LONGLONG m_strings = 0;
+  LONGLONG m_arrays = 0;
+};
+
+}  // namespace orxdb::test

@@ -1,0 +1,194 @@
+// Kinds of tools, and the cursor: filter, order, walk, count, bookmarks.
+#include <algorithm>
+#include <chrono>
+#include <cstdio>
+#include <functional>
+#include <random>
+
+#include "platform/framework/Text.h"
+#include "tests/component/ComponentFixture.h"
+
+namespace orxdb::test {
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+using CursorTest = ComponentTest;
+
+TEST_F(CursorTest, ToolTypesFollowTheRowsAndStopAtTheNumberOfTables) {
+  OpenSeeded(
+      "CREATE VIEW SHORT AS SELECT 'Q' AS TOOLTABLE_NAME, 'a' AS TOOL_TYPE, NULL AS TOOL_SUBTYPE "
+      "UNION ALL SELECT 'Q_MILL', 'b', 'c';"
+      "CREATE VIEW NONE AS SELECT * FROM TOOL_TYPES WHERE ID < 0;"
+      "CREATE VIEW LACKING AS SELECT TOOL_TYPE AS TOOL_TYPE FROM TYPES_DATA");
+  Variant types;
+  ASSERT_EQ(m_db->GetToolTypesByStoredQuery(Bstr(u"SHORT").get(), types.put()), S_OK);
+  EXPECT_THAT(Strings(types.get()), ElementsAre("a", "", "", "b", "c", "MILL"));
+  types = Variant::FromI4(5);
+  EXPECT_EQ(m_db->GetToolTypesByStoredQuery(Bstr(u"NONE").get(), types.ptr()), S_OK);
+  for (const auto* name : {u"LACKING", u"NOWHERE", u"MILL; DROP TABLE TAP", u""}) {
+    EXPECT_EQ(m_db->GetToolTypesByStoredQuery(Bstr(name).get(), types.ptr()), E_FAIL);
+  }
+  EXPECT_EQ(types.get().lVal, 5);
+}
+
+TEST_F(CursorTest, RecordsShowEveryFieldInItsType) {
+  OpenSeeded();
+  EXPECT_EQ(First("TAP"), (Record{{"ID", "1"},
+                                  {"Name", "M3"},
+                                  {"Diameter", "3.000000"},
+                                  {"Pitch", "0.500000"},
+                                  {"Flutes", "2"},
+                                  {"Coated", "TRUE"},
+                                  {"Note", "für Stahl"},
+                                  {"Material", "HSS"}}));
+  const Record second = Next("TAP");
+  EXPECT_EQ(second.at("Note"), "NULL");
+  EXPECT_EQ(second.at("Material"), "Carbide");
+  EXPECT_EQ(Next("TAP").at("Note"), "");
+  EXPECT_THAT(Next("TAP"), IsEmpty());
+  EXPECT_THAT(Walk("EMPTY"), IsEmpty());
+  EXPECT_EQ(Count("EMPTY"), 0);
+}
+
+// Every operation of the cursor in random order, against a list of rows and an index.
+TEST_F(CursorTest, BehavesLikeAListWithAPosition) {
+  constexpr int count = 9;
+  OpenSeeded();
+  First("MILL");
+  const std::pair<std::string, std::function<bool(int)>> filters[] = {
+      {"", [](int) { return true; }},
+      {"[Diameter] > 4", [](int id) { return count + 1 - id > 4; }},
+      {"Name LIKE 'F[48]'", [](int id) { return id == 4 || id == 8; }},
+      {"ID = 99", [](int) { return false; }}};
+  std::vector<int> rows(count);
+  std::iota(rows.begin(), rows.end(), 1);
+  std::size_t position = 0;
+  const auto* filter = &filters[0];
+  Variant bookmark;
+  int marked = 0;
+  const auto found = [&](std::size_t from) {
+    const auto row =
+        std::find_if(rows.begin() + static_cast<std::ptrdiff_t>(from), rows.end(), filter->second);
+    if (row != rows.end() || filter->first.empty()) {
+      position = static_cast<std::size_t>(row - rows.begin());
+    }
+    return row == rows.end() ? std::string() : std::to_string(*row);
+  };
+  const Bstr mill(u"MILL");
+  std::mt19937 random(20);  // NOLINT(cert-msc32-c,cert-msc51-cpp): the same walk every time
+  for (int step = 0; step < 3000; ++step) {
+    SCOPED_TRACE("step " + std::to_string(step));
+    const bool atEnd = position == rows.size();
+    switch (random() % 12) {
+      case 0:
+        filter = &filters[random() % std::size(filters)];
+        ASSERT_EQ(SetFilter("MILL", filter->first), S_OK);
+        break;
+      case 1:
+        std::ranges::reverse(rows);
+        position = 0;
+        bookmark.clear();
+        ASSERT_EQ(SetFilter("MILL", filter->first, rows[0] == 1 ? "ID" : "Diameter"), S_OK);
+        break;
+      case 2:
+        ASSERT_EQ(First("MILL")["ID"], found(0));
+        break;
+      case 3:
+        ASSERT_EQ(Count("MILL"), atEnd ? 0 : count);
+        break;
+      case 4:
+        ASSERT_EQ(m_db->GetToolTableBookmark(mill.get(), bookmark.ptr()), S_OK);
+        if (!atEnd) marked = rows[position];
+        break;
+      case 5:
+        if (bookmark.empty()) break;
+        ASSERT_EQ(m_db->SetToolTableBookmark(mill.get(), bookmark.get()), S_OK);
+        if (!atEnd) {
+          position = static_cast<std::size_t>(std::ranges::find(rows, marked) - rows.begin());
+        }
+        break;
+      default:
+        ASSERT_EQ(Next("MILL")["ID"], atEnd ? "" : found(position + 1));
+    }
+  }
+}
+
+TEST_F(CursorTest, BookmarksOfOtherTablesAndUnknownTables) {
+  OpenSeeded();
+  Variant bookmark = Variant::FromText(u"old");
+  EXPECT_EQ(m_db->GetToolTableBookmark(Bstr(u"NONE").get(), bookmark.ptr()), S_OK);
+  EXPECT_EQ(View(bookmark.get().bstrVal), u"old");
+  EXPECT_EQ(m_db->SetToolTableBookmark(Bstr(u"NONE").get(), bookmark.get()), S_OK);
+  EXPECT_EQ(m_db->GetToolTableBookmark(Bstr(u"TAP").get(), bookmark.ptr()), S_OK);
+  EXPECT_EQ(m_db->SetToolTableBookmark(Bstr(u"MILL").get(), bookmark.get()), E_FAIL);
+  EXPECT_EQ(m_db->SetToolTableBookmark(Bstr(u"TAP").get(), Variant::FromI4(1).get()), E_FAIL);
+  EXPECT_EQ(Count("NONE"), -1);
+}
+
+TEST_F(CursorTest, NonsenseAndHostileTextsFailAndHarmNothing) {
+  OpenSeeded();
+  const std::string endless =
+      "ID IN (WITH RECURSIVE c(x) AS (SELECT 1 UNION ALL SELECT x + 1 FROM c) SELECT x FROM c "
+      "WHERE x < 0)";
+  const std::string nested = std::string(1'000'000, '(') + "1" + std::string(1'000'000, ')');
+  const std::string texts[] = {"1=1); DROP TABLE TAP; --",
+                               "1=1; DELETE FROM TAP",
+                               "ID = ?",
+                               "ID = :a",
+                               "NoSuch = 1",
+                               "MILL.ID = 1",
+                               "ID =",
+                               "ID = 1 --",
+                               "ID = 1 /* x",
+                               "'open",
+                               "[open",
+                               "#13/45/2000#",
+                               "load_extension('x')",
+                               "ID IN (DELETE FROM TAP RETURNING ID)",
+                               "writefile('x', 'y')",
+                               ") OR (1=1",
+                               std::string("ID = 1\0", 7),
+                               nested,
+                               endless};
+  for (const std::string& text : texts) {
+    SCOPED_TRACE(text.substr(0, 60));
+    const auto start = std::chrono::steady_clock::now();
+    EXPECT_EQ(SetFilter("TAP", text), S_OK);
+    TakeError();
+    EXPECT_EQ(FirstStatus("TAP"), E_FAIL);
+    EXPECT_EQ(TakeError(), kReportedError);
+    EXPECT_EQ(SetFilter("TAP", "", text), E_FAIL);
+    EXPECT_EQ(FirstStatus("TAP"), E_FAIL) << "closed until an order is accepted";
+    EXPECT_EQ(SetFilter("TAP", "Diameter > 4", "Diameter"), S_OK);
+    EXPECT_THAT(Walk("TAP"), ElementsAre("M6", "M10"));
+    EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(60));
+  }
+  EXPECT_EQ(SetFilter("TAP", "", "ID"), S_OK);
+  EXPECT_THAT(Walk("TAP"), ElementsAre("M3", "M10", "M6"));
+}
+
+// Another process changes two columns of all rows together, again and again.
+TEST_F(CursorTest, WalksWhileAnotherProcessWrites) {
+  OpenSeeded(
+      "PRAGMA journal_mode = WAL;"
+      "INSERT INTO MILL (Name, Diameter, Length) SELECT 'G', 1, 1 FROM MILL, TAP, TAP AS T");
+  std::FILE* writer = popen((ORXDB_ROW_WRITER " '" + m_file.string() + "'").c_str(), "w");
+  ASSERT_NE(writer, nullptr);
+  std::set<std::string> numbers;
+  const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(2);
+  while (std::chrono::steady_clock::now() < end && !HasFailure()) {
+    std::size_t rows = 0;
+    for (Record record = First("MILL"); !record.empty(); record = Next("MILL"), ++rows) {
+      ASSERT_EQ(record["Diameter"], record["Length"]);
+      numbers.insert(record["Diameter"]);
+    }
+    ASSERT_GE(rows, 90u);
+    ASSERT_EQ(SetFilter("MILL", numbers.size() % 2 ? "" : "Name < 'H'", "Name"), S_OK);
+  }
+  EXPECT_EQ(pclose(writer), 0) << "the writer was not held up either";
+  EXPECT_GT(numbers.size(), 20u) << "changes were seen";
+}
+
+}  // namespace
+}  // namespace orxdb::test

@@ -1,0 +1,127 @@
+// Opening databases, good and bad, and catalogues that load in part.
+#include <fstream>
+#include <sqlite3.h>
+#include <unistd.h>
+
+#include "platform/framework/ExecutablePath.h"
+#include "platform/framework/Text.h"
+#include "tests/component/ComponentFixture.h"
+
+namespace orxdb::test {
+namespace {
+
+namespace fs = std::filesystem;
+
+class SessionTest : public ComponentTest {
+ protected:
+  /// Opens the file, which is no database to work with, and shows that nothing is open then.
+  void ExpectNothingOpens(const fs::path& file) {
+    SCOPED_TRACE(file);
+    EXPECT_EQ(SetMdbFile(*m_db, file), S_OK);
+    EXPECT_EQ(FirstStatus("TAP"), E_FAIL);
+    EXPECT_THAT(ToolTypes(), testing::IsEmpty());
+  }
+};
+
+TEST_F(SessionTest, UnusableFilesOpenNothingAndTheNextGoodOneDoes) {
+  std::ofstream(m_folder / "empty.mdb") << "";
+  std::ofstream(m_folder / "text.mdb") << std::string(5000, 'x');
+  fs::create_directory(m_folder / "folder.mdb");
+  RunSql(m_folder / "cut.mdb", "CREATE TABLE A (B); INSERT INTO A VALUES (zeroblob(9000))");
+  fs::resize_file(m_folder / "cut.mdb", 700);
+  for (const auto* name : {"missing.mdb", "empty.mdb", "text.mdb", "folder.mdb", "cut.mdb"}) {
+    ExpectNothingOpens(m_folder / name);
+  }
+  ExpectNothingOpens({});
+  EXPECT_EQ(m_db->SetMdbFile(nullptr), S_OK);
+  EXPECT_FALSE(fs::exists(m_folder / "missing.mdb"));
+  OpenSeeded();
+  EXPECT_EQ(Walk("TAP").size(), 3u);
+}
+
+TEST_F(SessionTest, LockedFileCanBeTriedAgain) {
+  SeedDatabase(m_file);
+  {
+    sqlite3* other = nullptr;
+    ASSERT_EQ(sqlite3_open(m_file.c_str(), &other), SQLITE_OK);
+    const std::unique_ptr<sqlite3, decltype(&sqlite3_close)> holder(other, &sqlite3_close);
+    ASSERT_EQ(sqlite3_exec(other, "BEGIN EXCLUSIVE", nullptr, nullptr, nullptr), SQLITE_OK);
+    ExpectNothingOpens(m_file);
+  }
+  EXPECT_EQ(SetMdbFile(*m_db, m_file), S_OK);
+  EXPECT_EQ(Walk("TAP").size(), 3u);
+}
+
+TEST_F(SessionTest, ReadOnlyFileCanBeWalked) {
+  SeedDatabase(m_file);
+  fs::permissions(m_file, fs::perms::owner_read);
+  EXPECT_EQ(SetMdbFile(*m_db, m_file), S_OK);
+  EXPECT_EQ(Walk("TAP").size(), 3u);
+}
+
+TEST_F(SessionTest, SecondFileIsIgnoredAndBackslashesServe) {
+  SeedDatabase(m_folder / "other.mdb", "DELETE FROM MILL");
+  SeedDatabase(m_file);
+  std::string path = m_file.string();
+  std::ranges::replace(path, '/', '\\');
+  EXPECT_EQ(m_db->SetMdbFile(WidenToBstr(path).get()), S_OK);
+  EXPECT_EQ(SetMdbFile(*m_db, m_folder / "other.mdb"), S_OK);
+  EXPECT_EQ(Walk("MILL").size(), 9u);
+}
+
+TEST_F(SessionTest, DefaultDatabaseIsBesideTheFolderOfTheProgram) {
+  const fs::path root = fs::path(NativePath(ExecutablePath())).parent_path().parent_path();
+  const fs::path file = root / "CAM/TOOLS/tools.mdb";
+  ASSERT_FALSE(fs::exists(file)) << "in the way of this test: " << file;
+  EXPECT_EQ(m_db->OpenDefaultDataBase(), S_OK);
+  EXPECT_EQ(FirstStatus("TAP"), E_FAIL);
+  fs::create_directories(file.parent_path());
+  SeedDatabase(file);
+  EXPECT_EQ(m_db->OpenDefaultDataBase(), S_OK);
+  EXPECT_EQ(Walk("TAP").size(), 3u);
+  fs::remove_all(root / "CAM");
+}
+
+/// GetFirstTool of the three tables, in the order of their opening, on a damaged catalogue.
+struct PartialLoad {
+  std::string damage;
+  std::size_t types;  ///< strings of GetToolTypes
+  HRESULT empty, mill, tap;
+};
+
+class PartialLoadTest : public ComponentTest, public testing::WithParamInterface<PartialLoad> {};
+
+TEST_P(PartialLoadTest, KeepsWhatWasLoadedAndFailsOnTheRest) {
+  const PartialLoad& expected = GetParam();
+  OpenSeeded(expected.damage);
+  EXPECT_EQ(ToolTypes().size(), expected.types);
+  EXPECT_EQ(FirstStatus("EMPTY"), expected.empty);
+  EXPECT_EQ(FirstStatus("MILL"), expected.mill);
+  EXPECT_EQ(FirstStatus("TAP"), expected.tap);
+  if (expected.tap == S_OK || expected.types == 0) return;
+  // An entry without a recordset fails where it is used, and nowhere else.
+  const Bstr tap(u"TAP");
+  Variant value;
+  LONG count = 0;
+  EXPECT_EQ(m_db->GetNextTool(tap.get(), value.ptr()), S_OK);
+  EXPECT_EQ(m_db->GetToolTableBookmark(tap.get(), value.ptr()), S_OK);
+  EXPECT_EQ(m_db->SetToolTableBookmark(tap.get(), value.get()), S_OK);
+  EXPECT_TRUE(value.empty());
+  EXPECT_EQ(m_db->GetSelectedRecordCount(tap.get(), &count), E_FAIL);
+  EXPECT_EQ(count, -1);
+  EXPECT_EQ(SetFilter("TAP", "Diameter > 1"), S_OK);
+  EXPECT_EQ(SetFilter("TAP", "", "Diameter"), E_FAIL);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Cases, PartialLoadTest,
+    testing::Values(PartialLoad{"", 9, S_OK, S_OK, S_OK},
+                    PartialLoad{"DROP VIEW TOOL_TYPES", 0, E_FAIL, E_FAIL, E_FAIL},
+                    PartialLoad{"ALTER TABLE TYPES_DATA DROP COLUMN COMMENT", 0, E_FAIL, E_FAIL,
+                                E_FAIL},
+                    PartialLoad{"DROP VIEW Q_TAP", 9, S_OK, S_OK, E_FAIL},
+                    PartialLoad{"DROP TABLE MILL", 9, S_OK, E_FAIL, E_FAIL},
+                    PartialLoad{"DROP VIEW Q_STOCK_MATERIAL", 9, S_OK, S_OK, S_OK}));
+
+}  // namespace
+}  // namespace orxdb::test
