@@ -10,6 +10,8 @@ namespace orxdb {
 namespace {
 
 constexpr int kDeepestNesting = 100;
+/// Each operator copies what stands before it, so that endless chains of them would take for ever.
+constexpr int kMostOperations = 5000;
 
 /// Words that never are a name unless bracketed.
 constexpr std::array kReservedWords = {
@@ -166,6 +168,10 @@ std::string ExpressionTranslator::ExpectName() {
   return token.text;
 }
 
+void ExpressionTranslator::CountOperation() {
+  if (++m_operations > kMostOperations) Fail("The text has too many operators");
+}
+
 void ExpressionTranslator::Fail(const std::string& what) {
   throw CDaoException(DaoError::Syntax, what);
 }
@@ -175,6 +181,7 @@ void ExpressionTranslator::Fail(const std::string& what) {
 Expression ExpressionTranslator::Condition() {
   Expression left = Disjunction();
   while (Skip("XOR")) {
+    CountOperation();
     const Expression right = Disjunction();
     left = Made(Fill("((($1) <> 0) <> (($2) <> 0))", {left.sql, right.sql}), ValueKind::Condition);
   }
@@ -211,7 +218,7 @@ Expression ExpressionTranslator::Negation() {
 
 Expression ExpressionTranslator::Comparison() {
   Expression left = Concatenation();
-  for (;;) {
+  for (;; CountOperation()) {
     const Token& token = Next();
     if (token.kind == Token::Kind::Symbol &&
         (token.text == "=" || token.text == "<>" || token.text == "<" || token.text == ">" ||
@@ -306,6 +313,7 @@ Expression ExpressionTranslator::Concatenation() {
 Expression ExpressionTranslator::Sum() {
   Expression left = Modulus();
   while (Next().IsSymbol("+") || Next().IsSymbol("-")) {
+    CountOperation();
     const bool plus = Next().text == "+";
     ++m_at;
     const Expression right = Modulus();
@@ -337,6 +345,7 @@ Expression ExpressionTranslator::FunctionChain(Level operand, std::string_view s
                                                const char* function) {
   Expression left = (this->*operand)();
   while (Skip(symbolOrWord)) {
+    CountOperation();
     const Expression right = (this->*operand)();
     left = Made(Fill(function, {AsValue(left), AsValue(right)}), ValueKind::Number);
   }
@@ -346,6 +355,7 @@ Expression ExpressionTranslator::FunctionChain(Level operand, std::string_view s
 Expression ExpressionTranslator::Product() {
   Expression left = Sign();
   while (Next().IsSymbol("*") || Next().IsSymbol("/")) {
+    CountOperation();
     const char* pattern = Next().text == "*" ? "($1 * $2)" : "($1 * 1.0 / $2)";
     ++m_at;
     const Expression right = Sign();
@@ -355,7 +365,8 @@ Expression ExpressionTranslator::Product() {
 }
 
 Expression ExpressionTranslator::Sign() {
-  if (Skip("+")) return Sign();
+  while (Skip("+")) {
+  }
   if (!Skip("-")) return Power();
   const Nesting nesting(m_depth);
   Expression operand = Sign();

@@ -61,6 +61,7 @@ class ExpressionTranslator {
   bool Skip(std::string_view symbolOrWord);
   void Expect(std::string_view symbolOrWord);
   std::string ExpectName();
+  void CountOperation();
   [[noreturn]] static void Fail(const std::string& what);
 
   // Expressions, by binding strength
@@ -101,6 +102,7 @@ class ExpressionTranslator {
   std::vector<Token> m_tokens;
   std::size_t m_at = 0;
   int m_depth = 0;
+  int m_operations = 0;
   SourceColumns& m_sources;
   std::vector<Scopes> m_scopes;  ///< of the SELECTs being read, outermost first
 };

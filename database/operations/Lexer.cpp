@@ -11,6 +11,9 @@
 namespace orxdb {
 namespace {
 
+/// SQLite takes no longer statements either.
+constexpr std::size_t kLongestText = 1'000'000;
+
 constexpr bool IsDigit(char c) noexcept {
   return c >= '0' && c <= '9';
 }
@@ -75,6 +78,7 @@ class Scanner {
       : m_text(text), m_dialect(rules == LexicalRules::Dialect) {}
 
   std::vector<Token> Run() {
+    if (m_dialect && m_text.size() > kLongestText) Fail("The text is too long");
     std::vector<Token> tokens;
     for (SkipBlanks(); m_at < m_text.size(); SkipBlanks()) {
       Token token;

@@ -151,6 +151,7 @@ SqlText ExpressionTranslator::JoinedSources(SelectText& select) {
 /// A table or stored query, a SELECT or a join in parentheses.
 SqlText ExpressionTranslator::Source(SelectText& select) {
   const Nesting nesting(m_depth);
+  CountOperation();
   if (Skip("(")) {
     const bool rows = Next().IsWord("SELECT");
     SqlText inner{"(", {}};
