@@ -4,6 +4,7 @@
 
 #include "platform/automation/ErrorInfo.h"
 #include "platform/framework/Library.h"
+#include "platform/framework/Text.h"
 #include "tests/component/ComponentFixture.h"
 
 namespace orxdb::test {
@@ -121,6 +122,17 @@ TEST_F(ObjectTest, FailureIsReportedAndSuccessLeavesTheReportAlone) {
   setenv("AUTOMATION_CLASS_PATH", (m_folder / "nothing").c_str(), 1);
   EXPECT_EQ(FirstStatus("TAP"), E_FAIL);
   EXPECT_EQ(TakeError(), ": ORX DB Error") << "a class that is not registered names no source";
+}
+
+TEST_F(ObjectTest, HidesPropertiesByPartsOfTheirNames) {
+  const std::pair<const OLECHAR*, VARIANT_BOOL> cases[] = {
+      {u"ToolID", VARIANT_TRUE}, {u"Overall_Len", VARIANT_TRUE}, {u"FeedRate", VARIANT_TRUE},
+      {u"Width", VARIANT_FALSE}, {u"Id", VARIANT_FALSE},         {u"Name", VARIANT_FALSE}};
+  for (const auto& [name, hidden] : cases) {
+    VARIANT_BOOL answer = 7;
+    EXPECT_EQ(m_db->IsHiddenProperty(Bstr(name).get(), &answer), S_OK);
+    EXPECT_EQ(answer, hidden) << Narrow(name);
+  }
 }
 
 TEST_F(ObjectTest, OutParametersMustBeThereAndEmpty) {
