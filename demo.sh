@@ -10,7 +10,13 @@ cmake --build --preset release --target orxdb ORXDB
 orxdb=build/release/bin/orxdb
 show() {
   printf '\n$ orxdb'
-  printf ' %q' "$@"
+  local argument
+  for argument in "$@"; do
+    case $argument in
+      *[!A-Za-z0-9_,-]*) printf ' "%s"' "$argument" ;;
+      *) printf ' %s' "$argument" ;;
+    esac
+  done
   printf '\n'
   "$orxdb" "$@"
 }
