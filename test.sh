@@ -13,7 +13,7 @@ locales=$PWD/build/locale
 if [ -d "$locales/de_DE.UTF-8" ] ||
    { mkdir -p "$locales" && localedef -i de_DE -f UTF-8 "$locales/de_DE.UTF-8"; }; then
   echo "Component tests with decimal commas:"
-  LOCPATH=$locales LC_ALL=de_DE.UTF-8 ctest --preset debug -L component || failed=1
+  LOCPATH=$locales LC_ALL=de_DE.UTF-8 ctest --preset debug -L component --no-tests=error || failed=1
 else
   echo "No locale with decimal commas can be made here; those runs are left out."
 fi
