@@ -13,7 +13,9 @@ constexpr unsigned char kWithLog = 2;
 
 CommitWatch::CommitWatch(sqlite3* database) noexcept {
   sqlite3_file_control(database, "main", SQLITE_FCNTL_FILE_POINTER, &m_file);
-  WatchLog();
+  // Looks into the file first: asking for the index of a log that is not there would make one,
+  // which SQLite then neither closes nor removes.
+  FileChanged();
 }
 
 void CommitWatch::WatchLog() noexcept {
