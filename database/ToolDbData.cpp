@@ -1,7 +1,7 @@
 #include "database/ToolDbData.h"
 
 #include <algorithm>
-#include <utility>
+#include <new>
 
 #include "database/ToolTypeColumns.h"
 #include "platform/framework/Exception.h"
@@ -23,8 +23,10 @@ bool CToolDbData::OpenDatabase(const std::string& path) {
     return true;
   } catch (const CException& exception) {
     orxdb::DropMessage(exception);
-    return false;
+  } catch (const std::bad_alloc&) {
+    // Memory running out counts as one of the framework's exceptions, whoever raises it.
   }
+  return false;
 }
 
 void CToolDbData::CloseAll() noexcept {

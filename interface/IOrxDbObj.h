@@ -116,7 +116,7 @@ struct IOrxDbObj : public IDispatch {
   /// The text of a value for people: empty for no value, the language's yes or no for a flag, text
   /// as it is, numbers in their shortest usual form. `iPrecision` from 0 to 8 gives a real that
   /// many decimals; such a precision suits VT_R8 only, a VT_R4 is misread (its payload is taken for
-  /// an eight-byte real). E_FAIL for any other type.
+  /// an eight-byte real); -1 is the default of late-bound calls. E_FAIL for any other type.
   virtual HRESULT STDMETHODCALLTYPE VariantToUIString(VARIANT* pvarValue, BSTR* bstrValue,
                                                       LONG iPrecision) = 0;
 
