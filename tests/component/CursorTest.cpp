@@ -168,6 +168,20 @@ TEST_F(CursorTest, NonsenseAndHostileTextsFailAndHarmNothing) {
   EXPECT_THAT(Walk("TAP"), ElementsAre("M3", "M10", "M6"));
 }
 
+TEST_F(CursorTest, StepsOverRecordsThatOthersDelete) {
+  OpenSeeded();
+  int first = 1;
+  for (const auto& [filter, order] :
+       {std::pair("", ""), std::pair("ID > 0", ""), std::pair("", "Name")}) {
+    SCOPED_TRACE(std::string(filter) + "/" + order);
+    ASSERT_EQ(SetFilter("MILL", filter, order), S_OK);
+    EXPECT_EQ(First("MILL")["ID"], std::to_string(first));
+    RunSql(m_file, "DELETE FROM MILL WHERE ID < " + std::to_string(first + 2));
+    first += 2;
+    EXPECT_EQ(Next("MILL")["ID"], std::to_string(first));
+  }
+}
+
 // Another process changes two columns of all rows together, again and again.
 TEST_F(CursorTest, WalksWhileAnotherProcessWrites) {
   OpenSeeded(
