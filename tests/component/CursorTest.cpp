@@ -16,17 +16,25 @@ using testing::IsEmpty;
 using CursorTest = ComponentTest;
 
 TEST_F(CursorTest, ToolTypesFollowTheRowsAndStopAtTheNumberOfTables) {
+  OpenSeeded("INSERT INTO TYPES_DATA (ID, TOOLTABLE_NAME, TOOL_TYPE) VALUES (0, 'xxTAP', 'Again')");
+  EXPECT_THAT(ToolTypes(), ElementsAre("Again", "", "TAP", "Threading", "Tap", "TAP", "Milling",
+                                       "Fräser", "MILL"));
+}
+
+TEST_F(CursorTest, ToolTypesOfStoredQueries) {
   OpenSeeded(
       "CREATE VIEW SHORT AS SELECT 'Q' AS TOOLTABLE_NAME, 'a' AS TOOL_TYPE, NULL AS TOOL_SUBTYPE "
       "UNION ALL SELECT 'Q_MILL', 'b', 'c';"
       "CREATE VIEW NONE AS SELECT * FROM TOOL_TYPES WHERE ID < 0;"
-      "CREATE VIEW LACKING AS SELECT TOOL_TYPE AS TOOL_TYPE FROM TYPES_DATA");
+      "CREATE VIEW LACKING AS SELECT TOOL_TYPE AS TOOL_TYPE FROM TYPES_DATA;"
+      "CREATE VIEW ENDLESS AS WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n) "
+      "SELECT 'Q' || i AS TOOLTABLE_NAME, 'a' AS TOOL_TYPE, 'b' AS TOOL_SUBTYPE FROM n");
   Variant types;
   ASSERT_EQ(m_db->GetToolTypesByStoredQuery(Bstr(u"SHORT").get(), types.put()), S_OK);
   EXPECT_THAT(Strings(types.get()), ElementsAre("a", "", "", "b", "c", "MILL"));
   types = Variant::FromI4(5);
   EXPECT_EQ(m_db->GetToolTypesByStoredQuery(Bstr(u"NONE").get(), types.ptr()), S_OK);
-  for (const auto* name : {u"LACKING", u"NOWHERE", u"MILL; DROP TABLE TAP", u""}) {
+  for (const auto* name : {u"LACKING", u"ENDLESS", u"NOWHERE", u"MILL; DROP TABLE TAP", u""}) {
     EXPECT_EQ(m_db->GetToolTypesByStoredQuery(Bstr(name).get(), types.ptr()), E_FAIL);
   }
   EXPECT_EQ(types.get().lVal, 5);
