@@ -31,10 +31,10 @@ class NewFile {
   /// Gives the file its name once all of it is on the disk.
   void RenameTo(const std::filesystem::path& target) const {
     const int descriptor = open(m_path.c_str(), O_RDONLY | O_CLOEXEC);
-    if (descriptor >= 0) {
-      fsync(descriptor);
-      close(descriptor);
-    }
+    const bool stored = descriptor >= 0 && fsync(descriptor) == 0;
+    const std::error_code reason(errno, std::generic_category());
+    if (descriptor >= 0) close(descriptor);
+    if (!stored) throw std::filesystem::filesystem_error("fsync", m_path, reason);
     std::filesystem::rename(m_path, target);
   }
 

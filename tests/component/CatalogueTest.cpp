@@ -1,6 +1,5 @@
 // What the component keeps to itself so far: list texts, the default path, values from text, and
 // the parts of the catalogue that no method shows yet.
-#include <clocale>
 #include <gmock/gmock.h>
 
 #include "database/DefaultPath.h"
@@ -56,7 +55,6 @@ TEST(DefaultPathTest, LeavesFileAndFolderOfTheProgram) {
 }
 
 TEST(ValueTextTest, ReadsValuesFromText) {
-  std::setlocale(LC_ALL, "");
   struct Case {
     const char* text = nullptr;
     HRESULT status = S_OK;

@@ -61,7 +61,6 @@ std::string TakeError() {
 }
 
 void ComponentTest::SetUp() {
-  std::setlocale(LC_ALL, "");  // a host in the user's locale, which must not matter
   m_strings = AutomationLiveStrings();
   m_arrays = AutomationLiveArrays();
   std::ofstream(m_folder / "orxdb.class") << "[Class]\n"
