@@ -11,17 +11,14 @@ constexpr unsigned char kWithLog = 2;
 
 }  // namespace
 
-CommitWatch::CommitWatch(sqlite3* database) noexcept {
+CommitWatch::CommitWatch(sqlite3* database, bool writeAheadLog, std::int64_t commits) noexcept
+    : m_commits(commits) {
   sqlite3_file_control(database, "main", SQLITE_FCNTL_FILE_POINTER, &m_file);
-  // Looks into the file first: asking for the index of a log that is not there would make one,
-  // which SQLite then neither closes nor removes.
-  FileChanged();
-}
-
-void CommitWatch::WatchLog() noexcept {
-  if (m_file == nullptr || m_file->pMethods == nullptr || m_file->pMethods->iVersion < 2) return;
+  if (!writeAheadLog || m_file == nullptr || m_file->pMethods == nullptr ||
+      m_file->pMethods->iVersion < 2) {
+    return;
+  }
   void volatile* region = nullptr;
-  // Without leave to extend it, this gives the index only when SQLite has mapped it already.
   if (m_file->pMethods->xShmMap(m_file, 0, kIndexRegion, 0, &region) == SQLITE_OK) {
     m_logHeader = static_cast<const volatile std::uint32_t*>(region);
   }
@@ -48,11 +45,8 @@ bool CommitWatch::FileChanged() noexcept {
       m_file->pMethods->xRead(m_file, words.data(), sizeof words, kFileHeaderOffset) != SQLITE_OK) {
     return true;
   }
-  // Another process may have given the file a log since it was opened.
-  if (reinterpret_cast<const unsigned char*>(words.data())[kWriteVersion] == kWithLog) {
-    WatchLog();
-    return true;
-  }
+  m_logAppeared = reinterpret_cast<const unsigned char*>(words.data())[kWriteVersion] == kWithLog;
+  if (m_logAppeared) return true;
   bool changed = false;
   for (std::size_t i = 0; i < kFileHeaderWords; ++i) {
     changed = changed || words[i] != m_seen[i];

@@ -16,17 +16,19 @@ namespace orxdb {
 class CommitWatch {
  public:
   CommitWatch() = default;
-  /// Watches the main file of a connection, which must have read from it already.
-  explicit CommitWatch(sqlite3* database) noexcept;
+  /// Watches the main file of a connection. With `writeAheadLog`, the connection must have read
+  /// from the file already, so that SQLite keeps the log's index mapped. Counts on from `commits`.
+  CommitWatch(sqlite3* database, bool writeAheadLog, std::int64_t commits) noexcept;
 
   /// A number that changes with every commit; it may change without one.
   std::int64_t Commits() noexcept;
+  /// Another process gave the file a log; it takes another watch to follow it.
+  bool LogAppeared() const noexcept { return m_logAppeared; }
 
  private:
   static constexpr std::size_t kIndexHeaderWords = 12;
   static constexpr std::size_t kFileHeaderWords = 3;
 
-  void WatchLog() noexcept;
   bool LogChanged() noexcept;
   bool FileChanged() noexcept;
 
@@ -34,6 +36,7 @@ class CommitWatch {
   const volatile std::uint32_t* m_logHeader = nullptr;  ///< mapped as long as the connection lives
   std::array<std::uint32_t, kIndexHeaderWords> m_seen{};
   std::int64_t m_commits = 0;
+  bool m_logAppeared = false;
 };
 
 }  // namespace orxdb

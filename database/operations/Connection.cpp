@@ -199,9 +199,7 @@ void Connection::Configure(bool exclusive) {
     }
   }
   FollowSchema();
-  const StatementUse mode = Use("PRAGMA journal_mode");
-  m_writeAheadLog = mode->Step() && mode->Text(0) == "wal";
-  m_commits = CommitWatch(m_handle);
+  WatchCommits();
 }
 
 Connection::~Connection() {
@@ -243,8 +241,17 @@ void Connection::Execute(const std::string& sql) {
   Statement(*this, sql, Origin::Own).Run();
 }
 
+void Connection::WatchCommits() {
+  Use("PRAGMA schema_version")->Step();  // a read, for which SQLite opens what log there is
+  const StatementUse mode = Use("PRAGMA journal_mode");
+  m_writeAheadLog = mode->Step() && mode->Text(0) == "wal";
+  m_commits = CommitWatch(m_handle, m_writeAheadLog, m_commits.Commits() + 1);
+}
+
 ChangeStamp Connection::Stamp() {
-  return {sqlite3_total_changes64(Handle()), m_commits.Commits()};
+  Handle();
+  if (m_commits.LogAppeared()) WatchCommits();
+  return {sqlite3_total_changes64(m_handle), m_commits.Commits()};
 }
 
 void Connection::FollowSchema() {

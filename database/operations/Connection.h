@@ -148,6 +148,7 @@ class Connection : public std::enable_shared_from_this<Connection> {
   Connection() = default;
   void Configure(bool exclusive);
   void FollowSchema();
+  void WatchCommits();
   int Authorize(int action, const char* first, const char* second, const char* view);
   static int OnAuthorize(void* self, int action, const char* first, const char* second,
                          const char* database, const char* view) noexcept;

@@ -116,7 +116,7 @@ bool Recordset::Find(const std::string& criteria, Which which) {
 bool Recordset::AtBeginning() {
   m_connection->Handle();
   if (m_onNewRecord) return false;
-  if (m_place == Place::First && !m_copy && !m_source->inKeyOrder) {
+  if (m_place == Place::First && !m_copy && !m_source->inKeyOrder && !m_all) {
     // Whether an ordered set is empty is known without ordering it.
     if (!m_reader.HasAny()) m_place = Place::Nowhere;
     return m_place == Place::Nowhere;
@@ -339,7 +339,7 @@ std::vector<unsigned char> Recordset::Bookmark() {
   if (m_place == Place::Deleted) RaiseDeleted();
   if (m_place != Place::On) RaiseNoRecord();
   m_connection->Handle();
-  return BookmarkOf(m_key);
+  return BookmarkOf(m_copy ? m_copy->Rows().Key(static_cast<std::size_t>(m_key)) : m_key);
 }
 
 std::vector<unsigned char> Recordset::LastModifiedBookmark() const {
@@ -359,10 +359,11 @@ void Recordset::GoTo(std::span<const unsigned char> bookmark) {
     return;
   }
   if (m_copy) {
-    if (key < 0 || key >= static_cast<std::int64_t>(m_copy->Rows().Size())) RaiseBadBookmark();
+    const std::size_t row = m_copy->Rows().Find(key);
+    if (row >= m_copy->Rows().Size()) RaiseBadBookmark();
     DropEdit();
-    ComeTo(key);
-    m_reachedCount = std::max(m_reachedCount, static_cast<std::size_t>(key) + 1);
+    ComeTo(static_cast<std::int64_t>(row));
+    m_reachedCount = std::max(m_reachedCount, row + 1);
     return;
   }
   const ChangeStamp stamp = m_connection->Stamp();

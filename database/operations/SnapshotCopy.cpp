@@ -10,7 +10,11 @@ SnapshotCopy::SnapshotCopy(std::shared_ptr<Connection> connection, const SelectT
   const SqlText sql = select.Ordered();
   const StatementUse rows = m_connection->Use(sql.text, Origin::Host);
   rows->Bind(sql.values);
-  while (rows->Step()) m_rows.Append(rows->Handle(), static_cast<std::int64_t>(m_rows.Size()));
+  while (rows->Step()) {
+    m_rows.Append(rows->Handle(), source.keyField >= 0
+                                      ? rows->Integer(source.keyField)
+                                      : static_cast<std::int64_t>(m_rows.Size()));
+  }
 }
 
 SnapshotCopy::~SnapshotCopy() {

@@ -21,6 +21,7 @@ class SnapshotCopy {
   SnapshotCopy(const SnapshotCopy&) = delete;
   SnapshotCopy& operator=(const SnapshotCopy&) = delete;
 
+  /// The rows, under their records' keys; where there are none, under their numbers from 0.
   const RowBlock& Rows() const noexcept { return m_rows; }
   /// The first or last row that meets the criteria, or the first one at or behind `from`.
   std::optional<std::size_t> Find(const Criteria& criteria, Which which, std::size_t from);

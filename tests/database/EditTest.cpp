@@ -1,0 +1,109 @@
+#include <set>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include "tests/database/RecordsetFixture.h"
+
+namespace orxdb {
+namespace {
+
+class EditTest : public RecordsetFixture {};
+
+TEST_F(EditTest, NewRecordShowsKeyAndDefaultsWhileItIsPending) {
+  const auto mills = Open("SELECT * FROM MILL");
+  mills->AddNew();
+  mills->SetBookmark(mills->GetLastModifiedBookmark().get());
+  EXPECT_EQ(Show(mills->GetFieldValue("ID")), "1");
+  EXPECT_EQ(Show(mills->GetFieldValue("D")), "6");
+  EXPECT_EQ(Show(mills->GetFieldValue("Fav")), "0");
+  EXPECT_EQ(Show(mills->GetFieldValue("Flutes")), "2");
+  EXPECT_EQ(Show(mills->GetFieldValue("Name")), "null");
+  EXPECT_EQ(Ask("SELECT count(*) FROM MILL"), "0");
+  mills->SetFieldValue("Name", Text("pending").get());
+  mills->Update();
+  EXPECT_EQ(Ask("SELECT ID || Name || D || Flutes FROM MILL"), "1pending6.02");
+  EXPECT_EQ(Show(mills->GetFieldValue("Name")), "'pending'");
+}
+
+TEST_F(EditTest, DiscardedRecordsLeaveNoRowAndTheirKeysAreNotUsedAgain) {
+  for (int i = 0; i < 3; ++i) {
+    const auto mills = Open("SELECT * FROM MILL");
+    mills->AddNew();
+    if (i == 1) mills->MoveFirst();
+    if (i == 2) mills->AddNew();
+  }
+  EXPECT_EQ(Ask("SELECT count(*) FROM MILL"), "0");
+  Execute("INSERT INTO MILL (Name) VALUES ('elsewhere')");
+  EXPECT_EQ(Ask("SELECT ID FROM MILL"), "5");
+}
+
+TEST_F(EditTest, OnlyFieldsOfTheOwnTableCanBeSet) {
+  Execute("INSERT INTO MILL (Name, Coating) VALUES ('a', 1)");
+  const auto mills = Open("Q_MILL");
+  EXPECT_EQ(ErrorOf([&] { mills->SetFieldValueNull("D"); }), DaoError::NotEditing);
+  EXPECT_EQ(ErrorOf([&] { mills->Update(); }), DaoError::NotEditing);
+  mills->Edit();
+  for (const char* field : {"ID", "Coating", "CoatingKey", "Twice"}) {
+    EXPECT_EQ(ErrorOf([&] { mills->SetFieldValueNull(field); }), DaoError::ReadOnly) << field;
+  }
+  mills->SetFieldValue("d", Variant::FromI4(4).get());
+  mills->Update();
+  EXPECT_EQ(Show(mills->GetFieldValue("Twice")), "8");
+  EXPECT_EQ(Ask("SELECT Name FROM COATING WHERE ID = 1"), "TiN");
+}
+
+TEST_F(EditTest, FailedUpdateLosesNothingAndCanBeTriedAgain) {
+  Execute("CREATE UNIQUE INDEX ONE_NAME ON MILL (Name); INSERT INTO MILL (Name) VALUES ('taken')");
+  const auto mills = Open("SELECT * FROM MILL");
+  mills->AddNew();
+  mills->SetFieldValue("Name", Text("taken").get());
+  EXPECT_EQ(ErrorOf([&] { mills->Update(); }), DaoError::Engine);
+  mills->SetFieldValue("Name", Text("free").get());
+  mills->Update();
+  mills->Edit();
+  mills->SetFieldValueNull("Flutes");
+  EXPECT_EQ(ErrorOf([&] { mills->Update(); }), DaoError::Engine);
+  EXPECT_EQ(Ask("SELECT group_concat(Name || Flutes) FROM MILL"), "taken2,free2");
+  // A record that went away meanwhile is not brought back.
+  mills->Edit();
+  mills->SetFieldValue("Name", Text("late").get());
+  Execute("DELETE FROM MILL");
+  EXPECT_EQ(ErrorOf([&] { mills->Update(); }), DaoError::RecordDeleted);
+  EXPECT_EQ(Ask("SELECT count(*) FROM MILL"), "0");
+}
+
+TEST_F(EditTest, KeysAreNeverHandedOutTwiceByTwoProcesses) {
+  Database().Close();
+  m_other.reset();
+  constexpr int kRecords = 100;
+  std::vector<pid_t> children;
+  for (int process = 0; process < 2; ++process) {
+    if (const pid_t child = fork(); child != 0) {
+      children.push_back(child);
+      continue;
+    }
+    int status = 1;
+    try {
+      const auto mills = Open("SELECT * FROM MILL");
+      for (int i = 0; i < kRecords; ++i) {
+        mills->AddNew();
+        mills->SetFieldValue("D", Variant::FromI4(process).get());
+        if (i % 4 != 0) mills->Update();
+      }
+      status = 0;
+    } catch (const CDaoException&) {
+    }
+    _exit(status);
+  }
+  for (const pid_t child : children) {
+    int status = 1;
+    waitpid(child, &status, 0);
+    EXPECT_EQ(status, 0);
+  }
+  EXPECT_EQ(Ask("SELECT count(*) FROM MILL"), std::to_string(2 * kRecords * 3 / 4));
+  EXPECT_EQ(Ask("SELECT seq FROM sqlite_sequence WHERE name = 'MILL'"),
+            std::to_string(2 * kRecords));
+}
+
+}  // namespace
+}  // namespace orxdb
