@@ -184,7 +184,9 @@ bool Recordset::SeekInList(const Criteria& criteria, Which which, ChangeStamp st
   // One record is found without listing all that match, as long as no list says otherwise.
   if (which != Which::Next && (!m_all || m_all->stamp == stamp)) {
     m_reader.Read(criteria, which, 0, 1, m_incoming);
-    return Take(m_incoming, stamp);
+    if (!Take(m_incoming, stamp)) return false;
+    m_finding = {criteria, which};
+    return true;
   }
   return Step(MatchingRecords(criteria, stamp), which, stamp);
 }
@@ -232,7 +234,12 @@ std::size_t Recordset::IndexBehind(Listing& listing) {
   if (const auto index = listing.keys.Rank(m_key)) return *index + 1;
   Listing& all = AllRecords();
   const auto rank = all.keys.Rank(m_key);
-  if (!rank) RaiseDeleted();  // deleted elsewhere before its place among the others was known
+  if (!rank) {
+    // Deleted elsewhere before its place among the others was known; but nothing that matches
+    // stood before the first match, nor behind the last.
+    if (!m_finding || m_finding->criteria != listing.criteria) RaiseDeleted();
+    return m_finding->which == Which::First ? 0 : listing.keys.Size();
+  }
   for (std::size_t index = 0; index < listing.keys.Size(); ++index) {
     if (all.keys.Rank(listing.keys[index]).value_or(0) > *rank) return index;
   }
@@ -274,6 +281,7 @@ const Criteria& Recordset::Translate(const std::string& text) {
 void Recordset::ComeTo(std::int64_t key) {
   m_place = Place::On;
   m_key = key;
+  m_finding.reset();
   m_reachedKey = std::max(m_reachedKey, key);
 }
 

@@ -125,6 +125,12 @@ class Recordset {
   Criteria m_criteria;
   std::optional<Listing> m_all;
   std::optional<Listing> m_matching;
+  /// How the current record was found, when that was without a list.
+  struct Finding {
+    Criteria criteria;
+    Which which;
+  };
+  std::optional<Finding> m_finding;
 
   bool m_reachedAll = false;
   std::int64_t m_reachedKey = std::numeric_limits<std::int64_t>::min();

@@ -179,8 +179,8 @@ TEST_F(CursorTest, NonsenseAndHostileTextsFailAndHarmNothing) {
 TEST_F(CursorTest, StepsOverRecordsThatOthersDelete) {
   OpenSeeded();
   int first = 1;
-  for (const auto& [filter, order] :
-       {std::pair("", ""), std::pair("ID > 0", ""), std::pair("", "Name")}) {
+  for (const auto& [filter, order] : {std::pair("", ""), std::pair("ID > 0", ""),
+                                      std::pair("", "Name"), std::pair("ID > 0", "Name")}) {
     SCOPED_TRACE(std::string(filter) + "/" + order);
     ASSERT_EQ(SetFilter("MILL", filter, order), S_OK);
     EXPECT_EQ(First("MILL")["ID"], std::to_string(first));
@@ -206,7 +206,7 @@ TEST_F(CursorTest, WalksWhileAnotherProcessWrites) {
       numbers.insert(record["Diameter"]);
     }
     ASSERT_GE(rows, 90u);
-    ASSERT_EQ(SetFilter("MILL", numbers.size() % 2 ? "" : "Name < 'H'", "Name"), S_OK);
+    ASSERT_EQ(SetFilter("MILL", numbers.size() % 2 ? "" : "ID > 0", "Name"), S_OK);
   }
   EXPECT_EQ(pclose(writer), 0) << "the writer was not held up either";
   EXPECT_GT(numbers.size(), 20u) << "changes were seen";
