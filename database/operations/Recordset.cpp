@@ -229,17 +229,21 @@ bool Recordset::Step(Listing& listing, Which which, ChangeStamp stamp) {
   return false;
 }
 
-/// Index of the first listed record behind the current one, which need not be listed itself.
-std::size_t Recordset::IndexBehind(Listing& listing) {
+/// Index of the first listed record behind the current one, as far as the list itself tells.
+std::optional<std::size_t> Recordset::KnownIndexBehind(Listing& listing) const {
   if (const auto index = listing.keys.Rank(m_key)) return *index + 1;
+  if (listing.lost && listing.lost->first == m_key) return listing.lost->second;
+  // Nothing that matches stands before the first match, nor behind the last.
+  if (!m_finding || m_finding->criteria != listing.criteria) return std::nullopt;
+  return m_finding->which == Which::First ? 0 : listing.keys.Size();
+}
+
+/// The same for a current record that need not be listed itself.
+std::size_t Recordset::IndexBehind(Listing& listing) {
+  if (const auto index = KnownIndexBehind(listing)) return *index;
   Listing& all = AllRecords();
   const auto rank = all.keys.Rank(m_key);
-  if (!rank) {
-    // Deleted elsewhere before its place among the others was known; but nothing that matches
-    // stood before the first match, nor behind the last.
-    if (!m_finding || m_finding->criteria != listing.criteria) RaiseDeleted();
-    return m_finding->which == Which::First ? 0 : listing.keys.Size();
-  }
+  if (!rank) RaiseDeleted();  // deleted elsewhere before its place among the others was known
   for (std::size_t index = 0; index < listing.keys.Size(); ++index) {
     if (all.keys.Rank(listing.keys[index]).value_or(0) > *rank) return index;
   }
@@ -248,8 +252,7 @@ std::size_t Recordset::IndexBehind(Listing& listing) {
 
 Recordset::Listing& Recordset::AllRecords() {
   if (!m_all) {
-    Listing all;
-    all.stamp = m_connection->Stamp();
+    Listing all{{}, m_connection->Stamp(), {}, {}};
     m_reader.ReadKeys({}, all.keys);
     m_all = std::move(all);
   }
@@ -258,10 +261,21 @@ Recordset::Listing& Recordset::AllRecords() {
 
 Recordset::Listing& Recordset::MatchingRecords(const Criteria& criteria, ChangeStamp stamp) {
   if (!m_matching || m_matching->stamp != stamp || m_matching->criteria != criteria) {
-    Listing matching{criteria, stamp, {}};
+    Listing matching{criteria, stamp, {}, {}};
     m_reader.ReadKeys(criteria, matching.keys);
-    // Order and membership are those of the list of all records, if that is older.
-    if (m_all && m_all->stamp != stamp) matching.keys.ArrangeAs(m_all->keys);
+    if (m_all) {
+      // Order and membership are those of the list of all records, if that is older.
+      if (m_all->stamp != stamp) matching.keys.ArrangeAs(m_all->keys);
+    } else if (m_matching && m_matching->criteria == criteria && !matching.keys.Rank(m_key)) {
+      // The current record went away or matches no more; the list that it stood in tells where.
+      if (auto old = KnownIndexBehind(*m_matching)) {
+        std::optional<std::size_t> behind;
+        for (; !behind && *old < m_matching->keys.Size(); ++*old) {
+          behind = matching.keys.Rank(m_matching->keys[*old]);
+        }
+        matching.lost = {m_key, behind.value_or(matching.keys.Size())};
+      }
+    }
     m_matching = std::move(matching);
   }
   return *m_matching;

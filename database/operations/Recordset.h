@@ -77,6 +77,8 @@ class Recordset {
     Criteria criteria;
     ChangeStamp stamp;
     KeyList keys;
+    /// A current record that is no longer listed, and the index of the first one behind it.
+    std::optional<std::pair<std::int64_t, std::size_t>> lost;
   };
 
   // Moving and finding
@@ -87,6 +89,7 @@ class Recordset {
   bool SeekInCopy(const Criteria& criteria, Which which);
   bool Step(Listing& listing, Which which, ChangeStamp stamp);
   std::size_t IndexBehind(Listing& listing);
+  std::optional<std::size_t> KnownIndexBehind(Listing& listing) const;
   Listing& AllRecords();
   Listing& MatchingRecords(const Criteria& criteria, ChangeStamp stamp);
   const Criteria& Translate(const std::string& text);
