@@ -11,9 +11,8 @@ SnapshotCopy::SnapshotCopy(std::shared_ptr<Connection> connection, const SelectT
   const StatementUse rows = m_connection->Use(sql.text, Origin::Host);
   rows->Bind(sql.values);
   while (rows->Step()) {
-    m_rows.Append(rows->Handle(), source.keyField >= 0
-                                      ? rows->Integer(source.keyField)
-                                      : static_cast<std::int64_t>(m_rows.Size()));
+    m_rows.Append(rows->Handle(), source.keyField >= 0 ? rows->Integer(source.keyField)
+                                                       : static_cast<std::int64_t>(m_rows.Size()));
   }
 }
 
