@@ -331,7 +331,7 @@ CellView Recordset::CurrentCell(const RowPlace& place, std::size_t field) const 
   if (m_edit && (m_onNewRecord || !m_edit->IsAdding())) {
     if (const SqlValue* value = m_edit->Value(field)) return CellOf(*value);
   }
-  return place.rows->Cell(place.row, field);
+  return place.rows == nullptr ? CellView() : place.rows->Cell(place.row, field);
 }
 
 void Recordset::ReadField(std::size_t field, VARIANT& value) {

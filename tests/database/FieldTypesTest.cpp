@@ -11,46 +11,46 @@ TEST_F(FieldTypesTest, StoredValuesReadByDeclaredType) {
   const struct {
     const char* declared;
     short code;
-    const char* stored;
     VARTYPE type;  ///< VT_ERROR: the value is refused
+    const char* stored;
     const char* shown;
   } cases[] = {
-      {"BOOLEAN", dbBoolean, "1", VT_BOOL, "-1"},
-      {"YESNO", dbBoolean, "0", VT_BOOL, "0"},
-      {"BYTE", dbByte, "255", VT_UI1, "255"},
-      {"BYTE", dbByte, "256", VT_ERROR, ""},
-      {"SHORT", dbInteger, "-32768", VT_I2, "-32768"},
-      {"SMALLINT", dbInteger, "40000", VT_ERROR, ""},
-      {"LONG", dbLong, "2147483647", VT_I4, "2147483647"},
-      {"INTEGER", dbLong, "2147483648", VT_ERROR, ""},
-      {"LONG", dbLong, "2.5", VT_I4, "2"},
-      {"LONG", dbLong, "'abc'", VT_ERROR, ""},
-      {"LONG", dbLong, "x'00'", VT_ERROR, ""},
-      {"CURRENCY", dbCurrency, "1.23456", VT_CY, "1.2346"},
-      {"CURRENCY", dbCurrency, "1e300", VT_ERROR, ""},
-      {"SINGLE", dbSingle, "0.1", VT_R4, "0.1"},
-      {"SINGLE", dbSingle, "2", VT_R4, "2"},
-      {"DOUBLE", dbDouble, "0.1", VT_R8, "0.1"},
-      {"DATETIME", dbDate, "'2024-03-05 18:00:00'", VT_DATE, "2024-03-05 18:00:00"},
-      {"DATETIME", dbDate, "'2024-03-05'", VT_DATE, "2024-03-05"},
-      {"DATETIME", dbDate, "'yesterday'", VT_ERROR, ""},
-      {"TEXT(10)", dbText, "'007'", VT_BSTR, "'007'"},
-      {"TEXT(10)", dbText, "CAST(x'41ff42' AS TEXT)", VT_BSTR,
+      {"BOOLEAN", dbBoolean, VT_BOOL, "1", "-1"},
+      {"YESNO", dbBoolean, VT_BOOL, "0", "0"},
+      {"BYTE", dbByte, VT_UI1, "255", "255"},
+      {"BYTE", dbByte, VT_ERROR, "256", ""},
+      {"SHORT", dbInteger, VT_I2, "-32768", "-32768"},
+      {"SMALLINT", dbInteger, VT_ERROR, "40000", ""},
+      {"LONG", dbLong, VT_I4, "2147483647", "2147483647"},
+      {"INTEGER", dbLong, VT_ERROR, "2147483648", ""},
+      {"LONG", dbLong, VT_I4, "2.5", "2"},
+      {"LONG", dbLong, VT_ERROR, "'abc'", ""},
+      {"LONG", dbLong, VT_ERROR, "x'00'", ""},
+      {"CURRENCY", dbCurrency, VT_CY, "1.23456", "1.2346"},
+      {"CURRENCY", dbCurrency, VT_ERROR, "1e300", ""},
+      {"SINGLE", dbSingle, VT_R4, "0.1", "0.1"},
+      {"SINGLE", dbSingle, VT_R4, "2", "2"},
+      {"DOUBLE", dbDouble, VT_R8, "0.1", "0.1"},
+      {"DATETIME", dbDate, VT_DATE, "'2024-03-05 18:00:00'", "2024-03-05 18:00:00"},
+      {"DATETIME", dbDate, VT_DATE, "'2024-03-05'", "2024-03-05"},
+      {"DATETIME", dbDate, VT_ERROR, "'yesterday'", ""},
+      {"TEXT(10)", dbText, VT_BSTR, "'007'", "'007'"},
+      {"TEXT(10)", dbText, VT_BSTR, "CAST(x'41ff42' AS TEXT)",
        "'A\xff"
        "B'"},
-      {"VARCHAR(3)", dbText, "'longer than declared'", VT_BSTR, "'longer than declared'"},
-      {"LONGTEXT", dbMemo, "'memo'", VT_BSTR, "'memo'"},
-      {"LONGBINARY", dbLongBinary, "x'010203'", kBytes, "3 bytes"},
-      {"LONGBINARY", dbLongBinary, "x''", kBytes, "0 bytes"},
-      {"BINARY(4)", dbBinary, "x'01020304'", kBytes, "4 bytes"},
-      {"GUID", dbGUID, "zeroblob(16)", kBytes, "16 bytes"},
-      {"DOUBLE", dbDouble, "NULL", VT_NULL, "null"},
+      {"VARCHAR(3)", dbText, VT_BSTR, "'longer than declared'", "'longer than declared'"},
+      {"LONGTEXT", dbMemo, VT_BSTR, "'memo'", "'memo'"},
+      {"LONGBINARY", dbLongBinary, kBytes, "x'010203'", "3 bytes"},
+      {"LONGBINARY", dbLongBinary, kBytes, "x''", "0 bytes"},
+      {"BINARY(4)", dbBinary, kBytes, "x'01020304'", "4 bytes"},
+      {"GUID", dbGUID, kBytes, "zeroblob(16)", "16 bytes"},
+      {"DOUBLE", dbDouble, VT_NULL, "NULL", "null"},
   };
   int number = 0;
-  for (const auto& [declared, code, stored, type, shown] : cases) {
+  for (const auto& [declared, code, type, stored, shown] : cases) {
     const std::string table = "T" + std::to_string(++number);
-    Execute("CREATE TABLE " + table + " (ID INTEGER PRIMARY KEY, V " + declared + ");" +
-            "INSERT INTO " + table + " (V) VALUES (" + stored + ")");
+    Execute("CREATE TABLE " + table + " (ID INTEGER PRIMARY KEY, V " + declared + ")");
+    Execute("INSERT INTO " + table + " (V) VALUES (" + stored + ")");
     SCOPED_TRACE(std::string(declared) + " " + stored);
     const auto records = Open("SELECT * FROM " + table);
     CDaoFieldInfo info;

@@ -118,13 +118,13 @@ TEST_F(FileTest, ReadersSeeWholeRowsWhileAnotherWrites) {
     const auto mills = Open("Q_MILL");
     std::jthread writer([&](const std::stop_token& stop) {
       for (int i = 1; !stop.stop_requested(); ++i) {
-        const std::string n = std::to_string(i);
-        sqlite3_exec(Other(),
-                     ("UPDATE MILL SET Name = " + n + ", D = " + n + ", [Rake #] = " + n +
-                      " WHERE ID % 7 = " + std::to_string(i % 7) +
-                      "; INSERT INTO MILL (Name) VALUES ('late')")
-                         .c_str(),
-                     nullptr, nullptr, nullptr);
+        std::string sql =
+            "UPDATE MILL SET (Name, D, [Rake #]) = (SELECT #, #, #) WHERE ID % 7 = 3;"
+            "INSERT INTO MILL (Name) VALUES ('late')";
+        for (std::size_t at = sql.find('#', 35); at != std::string::npos; at = sql.find('#', at)) {
+          sql.replace(at, 1, std::to_string(i));
+        }
+        sqlite3_exec(Other(), sql.c_str(), nullptr, nullptr, nullptr);
         // Without a log nobody reads while somebody writes: leave the readers a moment.
         std::this_thread::sleep_for(std::chrono::milliseconds(2));
       }

@@ -218,13 +218,14 @@ class RecordsetModelTest : public RecordsetFixture,
     if (model.IsReadable() && Random(2) == 0) {
       m_bookmarks.emplace_back(model.Key(), m_records->GetBookmark());
     } else if (!m_bookmarks.empty()) {
-      const auto& [key, bookmark] = m_bookmarks[Random(unsigned(m_bookmarks.size()))];
-      const int place = model.Place(key);
-      if (place >= 0 && model.Exists(key)) {
-        m_records->SetBookmark(bookmark.get());
+      const auto& marked = m_bookmarks[Random(unsigned(m_bookmarks.size()))];
+      const VARIANT& bookmark = marked.second.get();
+      const int place = model.Place(marked.first);
+      if (place >= 0 && model.Exists(marked.first)) {
+        m_records->SetBookmark(bookmark);
         model.GoTo(place);
       } else {
-        EXPECT_EQ(ErrorOf([&] { m_records->SetBookmark(bookmark.get()); }), DaoError::BadBookmark);
+        EXPECT_EQ(ErrorOf([&] { m_records->SetBookmark(bookmark); }), DaoError::BadBookmark);
       }
     }
   }
