@@ -3,12 +3,19 @@
 #include <atomic>
 
 #include "component/ClassFactory.h"
+#include "component/LanguageResources.h"
 #include "interface/IOrxDbObj.h"
+#include "platform/automation/ClassRegistration.h"
+#include "platform/framework/Library.h"
+#include "resources/RegistrationScript.h"
 
 namespace orxdb {
 namespace {
 
 std::atomic<ULONG> g_moduleLocks = 0;
+
+// From the loading of the library to its unloading.
+const LanguageResources g_languageResources;
 
 }  // namespace
 
@@ -30,4 +37,15 @@ HRESULT DllGetClassObject(REFCLSID rclsid, REFIID riid, void** ppv) {
 
 HRESULT DllCanUnloadNow() {
   return orxdb::g_moduleLocks == 0 ? S_OK : S_FALSE;
+}
+
+HRESULT DllRegisterServer() try {
+  return orxdb::RegisterClass(orxdb::kRegistrationScript,
+                              orxdb::Library::PathContaining(&orxdb::g_moduleLocks));
+} catch (...) {
+  return E_OUTOFMEMORY;
+}
+
+HRESULT DllUnregisterServer() {
+  return orxdb::UnregisterClass(orxdb::kRegistrationScript);
 }

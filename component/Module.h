@@ -22,9 +22,15 @@ class ModuleLock {
 extern "C" {
 
 /// The class factory of `OrxDbObj`; CLASS_E_CLASSNOTAVAILABLE for any other class.
-__attribute__((visibility("default"))) HRESULT DllGetClassObject(REFCLSID rclsid, REFIID riid,
-                                                                 void** ppv);
+AUTOMATION_API HRESULT DllGetClassObject(REFCLSID rclsid, REFIID riid, void** ppv);
 
 /// S_OK when no object and no lock is left, else S_FALSE.
-__attribute__((visibility("default"))) HRESULT DllCanUnloadNow();
+AUTOMATION_API HRESULT DllCanUnloadNow();
+
+/// Registers the class for this library where it is; ClassRegistration.h tells the place and the
+/// statuses.
+AUTOMATION_API HRESULT DllRegisterServer();
+
+/// Takes the registration back, also that of another copy of this library.
+AUTOMATION_API HRESULT DllUnregisterServer();
 }

@@ -1,6 +1,9 @@
 #pragma once
 
 #include <stdexcept>
+#include <string>
+
+#include "platform/automation/StatusCodes.h"
 
 namespace orxdb {
 
@@ -12,5 +15,8 @@ class HostError : public std::runtime_error {
 
 /// Whoever read the output has read enough (`| head`); the program ends quietly.
 class OutputClosed {};
+
+/// A status for a message, "0x80004005".
+std::string Hexadecimal(HRESULT status);
 
 }  // namespace orxdb

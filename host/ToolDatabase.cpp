@@ -1,8 +1,6 @@
 #include "host/ToolDatabase.h"
 
 #include <algorithm>
-#include <array>
-#include <charconv>
 #include <filesystem>
 
 #include "host/DatabaseFile.h"
@@ -14,25 +12,33 @@
 namespace orxdb {
 namespace {
 
-std::string Hexadecimal(HRESULT status) {
-  std::array<char, 8> digits{};
-  const auto end =
-      std::to_chars(digits.data(), digits.data() + digits.size(), static_cast<ULONG>(status), 16)
-          .ptr;
-  return "0x" + std::string(digits.data(), end);
+/// The library beside the program, as in a build or an unpacked archive, or else the registered one.
+HRESULT FindFactory(const std::filesystem::path& beside, ComPtr<IClassFactory>& factory) {
+  if (std::filesystem::exists(beside)) {
+    return CoGetClassObjectFromFile(beside.c_str(), CLSID_OrxDbObj, IClassFactory::iid,
+                                    factory.putVoid());
+  }
+  CLSID clsid{};
+  const HRESULT status = CLSIDFromProgID(kOrxDbVersionIndependentProgId, &clsid);
+  return FAILED(status) ? status
+                        : CoGetClassObject(clsid, CLSCTX_INPROC_SERVER, nullptr, IClassFactory::iid,
+                                           factory.putVoid());
 }
 
 ComPtr<IOrxDbObj> CreateComponent() {
-  const std::string library = ProgramFolder().parent_path() / "lib" / "libORXDB.so";
+  const auto beside = ProgramFolder().parent_path() / "lib" / "libORXDB.so";
   ComPtr<IClassFactory> factory;
   ComPtr<IOrxDbObj> component;
-  HRESULT status = CoGetClassObjectFromFile(library.c_str(), CLSID_OrxDbObj, IClassFactory::iid,
-                                            factory.putVoid());
+  HRESULT status = FindFactory(beside, factory);
+  if (status == CO_E_CLASSSTRING) {
+    throw HostError("The component ORXDB.OrxDbObj is not registered and there is no " +
+                    beside.string() + ". `orxregsvr LIBRARY` registers one.");
+  }
   if (SUCCEEDED(status)) {
     status = factory->CreateInstance(nullptr, IOrxDbObj::iid, component.putVoid());
   }
   if (FAILED(status)) {
-    throw HostError("The component " + library + " cannot be used (" + Hexadecimal(status) + ").");
+    throw HostError("The component ORXDB.OrxDbObj cannot be used (" + Hexadecimal(status) + ").");
   }
   return component;
 }

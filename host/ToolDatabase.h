@@ -1,4 +1,4 @@
-// The component as the host uses it: loaded by its path beside the program, then only through
+// The component as the host uses it: found beside the program or by its ProgID, then only through
 // IOrxDbObj.
 #pragma once
 

@@ -14,7 +14,6 @@ namespace {
 namespace fs = std::filesystem;
 
 constexpr std::size_t kMostBytes = std::size_t{64} * 1024;
-constexpr std::string_view kExtension = ".class";
 constexpr std::string_view kSubfolder = "/automation/classes.d";
 
 constexpr std::pair<std::string_view, std::string ClassFile::*> kTextKeys[] = {
@@ -24,6 +23,7 @@ constexpr std::pair<std::string_view, std::string ClassFile::*> kTextKeys[] = {
     {"Library", &ClassFile::library},
     {"ThreadingModel", &ClassFile::threadingModel},
     {"TypeLibrary", &ClassFile::typeLibrary},
+    {"TypeLibraryName", &ClassFile::typeLibraryName},
 };
 
 std::string_view Trim(std::string_view text) {
@@ -72,16 +72,12 @@ std::optional<std::string> ReadSmallFile(const fs::path& path) {
   return text;
 }
 
-/// The class files of a folder in the order of their names; none when it cannot be read.
-std::vector<fs::path> ListFolder(const std::string& folder) {
-  std::vector<fs::path> files;
-  std::error_code error;
-  for (fs::directory_iterator entry(folder, error), end; !error && entry != end;
-       entry.increment(error)) {
-    if (entry->path().extension() == kExtension) files.push_back(entry->path());
-  }
-  std::sort(files.begin(), files.end());
-  return files;
+/// The class folder in a data folder; empty for a relative one, which would mean another place in
+/// every program.
+std::string ClassFolderIn(std::string_view dataFolder) {
+  if (!IsAbsolute(dataFolder)) return {};
+  while (dataFolder.ends_with('/')) dataFolder.remove_suffix(1);
+  return std::string(dataFolder).append(kSubfolder);
 }
 
 /// Stores one "key = value" line; false when it is none or its value is refused.
@@ -150,29 +146,56 @@ std::optional<ClassFile> ParseClassFile(std::string_view text) {
   return file;
 }
 
-std::vector<std::string> ClassFolders() {
-  if (const char* own = std::getenv("AUTOMATION_CLASS_PATH")) return SplitFolders(own);
+std::optional<ClassFile> ReadClassFile(const fs::path& path) {
+  const std::optional<std::string> text = ReadSmallFile(path);
+  return text ? ParseClassFile(*text) : std::nullopt;
+}
 
-  std::vector<std::string> folders;
-  const auto add = [&](std::string folder) {
-    // Relative folders would mean another place in every program.
-    if (IsAbsolute(folder)) folders.push_back(std::move(folder.append(kSubfolder)));
-  };
-  const std::string_view home = Environment("XDG_DATA_HOME");
-  add(home.empty() ? std::string(Environment("HOME")) + "/.local/share" : std::string(home));
+std::vector<fs::path> ListClassFiles(const fs::path& folder) {
+  std::vector<fs::path> files;
+  std::error_code error;
+  for (fs::directory_iterator entry(folder, error), end; !error && entry != end;
+       entry.increment(error)) {
+    if (entry->path().extension() == kClassFileExtension) files.push_back(entry->path());
+  }
+  std::sort(files.begin(), files.end());
+  return files;
+}
+
+std::optional<std::vector<std::string>> ClassPath() {
+  const char* folders = std::getenv("AUTOMATION_CLASS_PATH");
+  return folders ? std::optional(SplitFolders(folders)) : std::nullopt;
+}
+
+std::string OwnClassFolder() {
+  const std::string_view data = Environment("XDG_DATA_HOME");
+  if (!data.empty()) return ClassFolderIn(data);
+  const std::string_view home = Environment("HOME");
+  return home.empty() ? std::string() : ClassFolderIn(std::string(home) + "/.local/share");
+}
+
+std::vector<std::string> SharedClassFolders() {
   const std::string_view shared = Environment("XDG_DATA_DIRS");
-  for (std::string& folder :
-       SplitFolders(shared.empty() ? "/usr/local/share:/usr/share" : shared)) {
-    add(std::move(folder));
+  std::vector<std::string> folders =
+      SplitFolders(shared.empty() ? "/usr/local/share:/usr/share" : shared);
+  for (std::string& folder : folders) folder = ClassFolderIn(folder);
+  std::erase(folders, "");
+  return folders;
+}
+
+std::vector<std::string> ClassFolders() {
+  if (auto path = ClassPath()) return *std::move(path);
+  std::vector<std::string> folders = SharedClassFolders();
+  if (std::string own = OwnClassFolder(); !own.empty()) {
+    folders.insert(folders.begin(), std::move(own));
   }
   return folders;
 }
 
 std::optional<ClassFile> FindClass(const std::function<bool(const ClassFile&)>& matches) {
   for (const std::string& folder : ClassFolders()) {
-    for (const fs::path& path : ListFolder(folder)) {
-      const std::optional<std::string> text = ReadSmallFile(path);
-      std::optional<ClassFile> file = text ? ParseClassFile(*text) : std::nullopt;
+    for (const fs::path& path : ListClassFiles(folder)) {
+      std::optional<ClassFile> file = ReadClassFile(path);
       if (file && matches(*file)) return file;
     }
   }

@@ -1,6 +1,7 @@
 // The class files that tell which library holds a class; ClassObject.h describes their form.
 #pragma once
 
+#include <filesystem>
 #include <functional>
 #include <optional>
 #include <string>
@@ -21,10 +22,28 @@ struct ClassFile {
   std::string library;
   std::string threadingModel;
   std::string typeLibrary;
+  std::string typeLibraryName;
 };
+
+inline constexpr std::string_view kClassFileExtension = ".class";
 
 /// Reads the text of a class file; nothing when it is not a whole, valid one.
 std::optional<ClassFile> ParseClassFile(std::string_view text);
+
+/// Reads a class file; nothing when it is no plain file of reasonable size or not a valid one.
+std::optional<ClassFile> ReadClassFile(const std::filesystem::path& path);
+
+/// The class files of a folder in the order of their names; none when it cannot be read.
+std::vector<std::filesystem::path> ListClassFiles(const std::filesystem::path& folder);
+
+/// The folders of AUTOMATION_CLASS_PATH; nothing while that is not set.
+std::optional<std::vector<std::string>> ClassPath();
+
+/// The person's own class folder; empty when the environment names none.
+std::string OwnClassFolder();
+
+/// The class folders of all, in order.
+std::vector<std::string> SharedClassFolders();
 
 /// The folders to search, in order.
 std::vector<std::string> ClassFolders();

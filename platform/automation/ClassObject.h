@@ -10,6 +10,8 @@
 //   Library = /opt/vendor/lib/libthing.so
 //   ThreadingModel = Apartment
 //   TypeLibrary = {7DA8ADAE-5A17-44B3-AF41-C9C4F1B26029}
+//   TypeLibraryName = VendorLib
+//   [End]
 //
 // ClassId and Library (an absolute path) must be there, the rest may be absent; unknown keys are
 // ignored. Text is UTF-8, blanks around keys and values do not count, lines that start with `#` or

@@ -1,6 +1,7 @@
 #include "platform/framework/Library.h"
 
 #include <dlfcn.h>
+#include <filesystem>
 #include <utility>
 
 #include "platform/framework/ExecutablePath.h"
@@ -36,6 +37,26 @@ Library Library::Load(const std::string& name) {
     library.m_message = message ? message : "cannot load " + name;
   }
   return library;
+}
+
+Library Library::Attach(void* handle) noexcept {
+  Library library;
+  library.m_handle = handle;
+  return library;
+}
+
+Library Library::Containing(const void* address) {
+  Dl_info info{};
+  if (dladdr(address, &info) == 0) return {};
+  return Attach(dlopen(info.dli_fname, RTLD_NOW | RTLD_NOLOAD));
+}
+
+std::string Library::PathContaining(const void* address) {
+  Dl_info info{};
+  if (dladdr(address, &info) == 0) return {};
+  std::error_code error;
+  const std::filesystem::path path = std::filesystem::absolute(info.dli_fname, error);
+  return std::filesystem::exists(path, error) ? path.string() : std::string();
 }
 
 void* Library::FindSymbol(const char* name) const noexcept {

@@ -1,4 +1,17 @@
 // String resources: the texts of a module, by number.
+//
+// A resource library is a shared library that holds texts and nothing else. It exports them as
+//
+//   extern "C" AUTOMATION_API const orxdb::ResourceTable ModuleResources = {kTexts, kTextCount};
+//
+// A language library, `libLangExt.so`, chooses one for a component by its export
+//
+//   extern "C" AUTOMATION_API orxdb::ModuleHandle LoadResExtDLL(orxdb::ModuleHandle component, int);
+//
+// `component` tells which component asks, the number is 0. The result is a resource library in the
+// user's language, as loaded by the system (Library::Detach), or null when there is none. The
+// component takes it over and frees it when the component itself is unloaded. The language library
+// is freed at once, so it must not own what it returns.
 #pragma once
 
 #include <cstddef>
@@ -23,6 +36,14 @@ struct ResourceTable {
 
 /// Null means: no resources.
 using ResourceHandle = const ResourceTable*;
+
+/// A loaded library, in the system's terms.
+using ModuleHandle = void*;
+
+inline constexpr const char* kResourceTableExport = "ModuleResources";
+inline constexpr const char* kLanguageLibrary = "libLangExt.so";
+inline constexpr const char* kLanguageExport = "LoadResExtDLL";
+using LanguageFunction = ModuleHandle(ModuleHandle component, int reserved);
 
 /// Loads a text. False, and `text` emptied, when there is none with this id.
 AUTOMATION_API bool LoadString(ResourceHandle resources, unsigned id, std::string& text);
