@@ -3,6 +3,7 @@
 include(CMakePackageConfigHelpers)
 set(config_folder ${CMAKE_INSTALL_LIBDIR}/cmake/ORXDB)
 set(class_folder ${CMAKE_INSTALL_DATADIR}/automation/classes.d)
+set(component_library ${CMAKE_INSTALL_LIBDIR}/libORXDB.so)
 
 install(TARGETS automation EXPORT ORXDB LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR}
         INCLUDES DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/orxdb)
@@ -10,17 +11,17 @@ install(TARGETS ORXDB LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR})
 install(TARGETS orxdb orxregsvr RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
 install(DIRECTORY interface platform DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/orxdb
         FILES_MATCHING PATTERN *.h PATTERN ClassFiles.h EXCLUDE PATTERN ClassLibraries.h EXCLUDE)
-install(FILES README.md DESTINATION ${CMAKE_INSTALL_DOCDIR})
+install(FILES README.md DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/orxdb)
 
 # The class file holds the library's path, which is known only now.
-install(CODE "
-  set(class_file ${class_folder}/ORXDB.OrxDbObj.1.class)
-  set(library ${CMAKE_INSTALL_LIBDIR}/$<TARGET_FILE_NAME:ORXDB>)
-  set(script ${PROJECT_SOURCE_DIR}/resources/OrxDbObj.class)")
-install(SCRIPT cmake/InstallClassFile.cmake)
+set(install_class_file "
+set(class_file ${class_folder}/ORXDB.OrxDbObj.1.class)
+set(library ${component_library})
+set(script ${PROJECT_SOURCE_DIR}/resources/OrxDbObj.class)
+include(${PROJECT_SOURCE_DIR}/cmake/InstallClassFile.cmake)")
+install(CODE "${install_class_file}")
 
 install(EXPORT ORXDB NAMESPACE ORXDB:: DESTINATION ${config_folder} FILE ORXDBTargets.cmake)
-set(component_library ${CMAKE_INSTALL_LIBDIR}/libORXDB.so)
 configure_package_config_file(cmake/ORXDBConfig.cmake.in ${PROJECT_BINARY_DIR}/ORXDBConfig.cmake
   INSTALL_DESTINATION ${config_folder} PATH_VARS component_library)
 write_basic_package_version_file(${PROJECT_BINARY_DIR}/ORXDBConfigVersion.cmake
@@ -35,14 +36,15 @@ install(FILES ${PROJECT_BINARY_DIR}/orxdb.pc DESTINATION ${CMAKE_INSTALL_LIBDIR}
 
 set(CPACK_GENERATOR DEB)
 set(CPACK_PACKAGE_NAME orxdb)
+set(CPACK_PACKAGE_VERSION ${PROJECT_VERSION})
 set(CPACK_PACKAGE_CONTACT "ORXDB maintainers <orxdb@localhost>")
 set(CPACK_PACKAGING_INSTALL_PREFIX /usr)
 set(CPACK_STRIP_FILES ON)
 set(CPACK_PRE_BUILD_SCRIPTS ${PROJECT_BINARY_DIR}/PackageClassFile.cmake)
 set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
 set(CPACK_DEBIAN_PACKAGE_SECTION libs)
-set(CPACK_DEBIAN_PACKAGE_DESCRIPTION "${PROJECT_DESCRIPTION}
- An automation server for cutting tools, feeds and speeds and stock materials,
+set(CPACK_DEBIAN_PACKAGE_DESCRIPTION
+"An automation server for cutting tools, feeds and speeds and stock materials,
  a command-line host, and what C++ hosts need to be built against it.")
 find_program(DPKG_SHLIBDEPS dpkg-shlibdeps)
 if(DPKG_SHLIBDEPS)
@@ -51,11 +53,7 @@ else()
   set(CPACK_DEBIAN_PACKAGE_DEPENDS "libc6, libstdc++6, libsqlite3-0 (>= 3.40)")
 endif()
 # A package is put together in a folder that is not where its files will be.
-file(GENERATE OUTPUT ${PROJECT_BINARY_DIR}/PackageClassFile.cmake CONTENT "
-  set(class_file ${class_folder}/ORXDB.OrxDbObj.1.class)
-  set(library ${CMAKE_INSTALL_LIBDIR}/$<TARGET_FILE_NAME:ORXDB>)
-  set(script ${PROJECT_SOURCE_DIR}/resources/OrxDbObj.class)
-  set(CMAKE_INSTALL_PREFIX \${CPACK_PACKAGING_INSTALL_PREFIX})
-  set(ENV{DESTDIR} \${CPACK_TEMPORARY_INSTALL_DIRECTORY})
-  include(${PROJECT_SOURCE_DIR}/cmake/InstallClassFile.cmake)")
+file(WRITE ${PROJECT_BINARY_DIR}/PackageClassFile.cmake "
+set(CMAKE_INSTALL_PREFIX \${CPACK_PACKAGING_INSTALL_PREFIX})
+set(ENV{DESTDIR} \${CPACK_TEMPORARY_INSTALL_DIRECTORY})${install_class_file}")
 include(CPack)

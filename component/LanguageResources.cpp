@@ -56,7 +56,7 @@ LanguageResources::LanguageResources() noexcept {
 }
 
 LanguageResources::~LanguageResources() {
-  ComponentModuleState().SetCurrentResource(&kEnglishTexts);
+  if (m_library) UseTexts(&kEnglishTexts);
 }
 
 }  // namespace orxdb

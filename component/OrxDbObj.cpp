@@ -23,8 +23,8 @@ namespace {
 /// is not destroyed, for another object may be in the middle of a call on it; being listed here it
 /// does not count as lost memory either.
 void AbandonToolDbData() {
-  static auto& abandoned = *new std::vector<CToolDbData*>;
   if (!g_pToolDbData) return;
+  static auto& abandoned = *new std::vector<CToolDbData*>;
   abandoned.push_back(g_pToolDbData);
   g_pToolDbData = nullptr;
 }

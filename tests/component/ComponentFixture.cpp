@@ -8,6 +8,7 @@
 
 #include "platform/automation/ClassObject.h"
 #include "platform/automation/ErrorInfo.h"
+#include "platform/framework/Library.h"
 #include "platform/framework/Text.h"
 
 namespace orxdb::test {
@@ -63,13 +64,8 @@ std::string TakeError() {
 void ComponentTest::SetUp() {
   m_strings = AutomationLiveStrings();
   m_arrays = AutomationLiveArrays();
-  std::ofstream(m_folder / "orxdb.class") << "[Class]\n"
-                                             "ClassId = {5CFEC078-5A02-4476-BD65-EDDE95DC124C}\n"
-                                             "ProgId = ORXDB.OrxDbObj.1\n"
-                                             "Library = " ORXDB_LIBRARY
-                                             "\n"
-                                             "[End]\n";
-  setenv("AUTOMATION_CLASS_PATH", (m_folder / "").c_str(), 1);
+  setenv("AUTOMATION_CLASS_PATH", (m_folder / "classes").c_str(), 1);
+  EXPECT_EQ(Library::Load(ORXDB_LIBRARY).Find<HRESULT()>("DllRegisterServer")(), S_OK);
   m_db = NewObject();
 }
 

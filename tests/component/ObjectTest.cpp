@@ -81,7 +81,8 @@ TEST_F(ObjectTest, LibraryExportsItsEntryPointsOnly) {
   std::vector<std::string> exported;
   while (std::fgets(line.data(), line.size(), symbols)) exported.emplace_back(line.data());
   EXPECT_EQ(pclose(symbols), 0);
-  EXPECT_THAT(exported, testing::ElementsAre("DllCanUnloadNow\n", "DllGetClassObject\n"));
+  EXPECT_THAT(exported, testing::ElementsAre("DllCanUnloadNow\n", "DllGetClassObject\n",
+                                             "DllRegisterServer\n", "DllUnregisterServer\n"));
 }
 
 TEST_F(ObjectTest, NewestObjectTakesTheDatabaseAndAnyReleaseEndsIt) {
