@@ -4,7 +4,7 @@
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")"
 
-scripts/install-packages.sh locales
+scripts/install-packages.sh locales pkg-config dpkg-dev
 cmake --preset debug
 cmake --build --preset debug
 

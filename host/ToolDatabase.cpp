@@ -12,7 +12,8 @@
 namespace orxdb {
 namespace {
 
-/// The library beside the program, as in a build or an unpacked archive, or else the registered one.
+/// The library beside the program, as in a build or an unpacked archive, or else the registered
+/// one.
 HRESULT FindFactory(const std::filesystem::path& beside, ComPtr<IClassFactory>& factory) {
   if (std::filesystem::exists(beside)) {
     return CoGetClassObjectFromFile(beside.c_str(), CLSID_OrxDbObj, IClassFactory::iid,

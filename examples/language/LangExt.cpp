@@ -23,6 +23,7 @@ std::string MessageLanguage() {
 
 extern "C" AUTOMATION_API orxdb::ModuleHandle LoadResExtDLL(orxdb::ModuleHandle, int) {
   if (MessageLanguage() != "de") return nullptr;
-  std::filesystem::path texts = orxdb::Library::PathContaining(reinterpret_cast<void*>(&LoadResExtDLL));
+  std::filesystem::path texts =
+      orxdb::Library::PathContaining(reinterpret_cast<void*>(&LoadResExtDLL));
   return orxdb::Library::Load(texts.replace_filename("libORXDB-de.so")).Detach();
 }

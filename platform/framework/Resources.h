@@ -6,7 +6,8 @@
 //
 // A language library, `libLangExt.so`, chooses one for a component by its export
 //
-//   extern "C" AUTOMATION_API orxdb::ModuleHandle LoadResExtDLL(orxdb::ModuleHandle component, int);
+//   extern "C" AUTOMATION_API orxdb::ModuleHandle LoadResExtDLL(orxdb::ModuleHandle component,
+//   int);
 //
 // `component` tells which component asks, the number is 0. The result is a resource library in the
 // user's language, as loaded by the system (Library::Detach), or null when there is none. The

@@ -115,8 +115,7 @@ TEST(LanguageResources, MessagesFollowTheLanguageForAsLongAsItLives) {
               "Kestrix-Datenbank: Jeder Gewindeschneidkopf braucht eine eigene 'Description'");
   }
   ShowComponentMessage(IDS_HEAD_NAME_IN_USE, MB_ICONSTOP);
-  EXPECT_EQ(shown,
-            "Kestrix Data Base: You should use unique 'Description' for each Tapping Head");
+  EXPECT_EQ(shown, "Kestrix Data Base: You should use unique 'Description' for each Tapping Head");
   InstallMessageBoxHandler({});
 }
 

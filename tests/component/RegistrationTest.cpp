@@ -85,8 +85,9 @@ TEST_F(RegistrationTest, HostsFindTheClassByBothNames) {
 
 TEST_F(RegistrationTest, RepeatingChangesNothingAndOthersStay) {
   const std::string own = ReadAll(m_classFile);
-  const std::string other = "[Class]\nClassId = {6F9619FF-8B86-D011-B42D-00C04FC964FF}\n"
-                            "ProgId = Test.Thing.1\nLibrary = /nowhere\n[End]\n";
+  const std::string other =
+      "[Class]\nClassId = {6F9619FF-8B86-D011-B42D-00C04FC964FF}\n"
+      "ProgId = Test.Thing.1\nLibrary = /nowhere\n[End]\n";
   std::ofstream(m_classes / "other.class") << other;
   std::ofstream(m_classes / "notes.txt") << own;
   std::ofstream(m_classes / "earlier.class") << own;
@@ -113,8 +114,8 @@ TEST_F(RegistrationTest, RepeatingChangesNothingAndOthersStay) {
 TEST_F(RegistrationTest, FailuresLeaveTheEarlierRegistration) {
   const auto before = Folder();
   std::ofstream(m_folder / "file") << "text";
-  for (const std::string& place : {std::string(), (m_folder / "file").string(),
-                                   (m_folder / "file").string() + "/classes"}) {
+  for (const std::string& place :
+       {std::string(), (m_folder / "file").string(), (m_folder / "file").string() + "/classes"}) {
     setenv("AUTOMATION_CLASS_PATH", place.c_str(), 1);
     EXPECT_EQ(Register(), SELFREG_E_CLASS) << place;
   }
@@ -184,19 +185,20 @@ TEST_F(RegistrationTest, PlacesFollowTheEnvironment) {
 }
 
 TEST_F(RegistrationTest, ScriptsThatMakeNoClassFileAreRefused) {
-  const std::string script = "[Class]\nClassId = {6F9619FF-8B86-D011-B42D-00C04FC964FF}\n"
-                             "ProgId = Test.1\nLibrary = %MODULE%\n[End]\n";
+  const std::string script =
+      "[Class]\nClassId = {6F9619FF-8B86-D011-B42D-00C04FC964FF}\n"
+      "ProgId = Test.1\nLibrary = %MODULE%\n[End]\n";
   const std::string noName = std::string(script).replace(script.find("Test.1"), 6, "");
   const std::string path = std::string(script).replace(script.find("Test.1"), 6, "../Test");
   const auto before = Folder();
-  for (const auto& [text, library] : std::vector<std::pair<std::string, std::string>>{
-           {script, "relative.so"},
-           {script, "/a\nProgId = Taken"},
-           {script, "/blank "},
-           {script, ""},
-           {script.substr(0, script.size() - 3), "/a"},
-           {noName, "/a"},
-           {path, "/a"}}) {
+  for (const auto& [text, library] :
+       std::vector<std::pair<std::string, std::string>>{{script, "relative.so"},
+                                                        {script, "/a\nProgId = Taken"},
+                                                        {script, "/blank "},
+                                                        {script, ""},
+                                                        {script.substr(0, script.size() - 3), "/a"},
+                                                        {noName, "/a"},
+                                                        {path, "/a"}}) {
     EXPECT_EQ(RegisterClass(text, library), SELFREG_E_CLASS) << library;
   }
   EXPECT_EQ(Folder(), before);
