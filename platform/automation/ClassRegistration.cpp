@@ -144,7 +144,7 @@ HRESULT ChangeRegistration(std::string_view script, const std::string& library,
 std::string RegistrationFolder() {
   if (const auto path = ClassPath()) return path->empty() ? std::string() : path->front();
   if (geteuid() != 0) return OwnClassFolder();
-  const std::string usual = "/usr/local/share/automation/classes.d";
+  std::string usual = "/usr/local/share/automation/classes.d";
   const std::vector<std::string> shared = SharedClassFolders();
   if (std::ranges::find(shared, usual) != shared.end()) return usual;
   return shared.empty() ? std::string() : shared.front();

@@ -2,14 +2,13 @@
 //
 // A resource library is a shared library that holds texts and nothing else. It exports them as
 //
-//   extern "C" AUTOMATION_API const orxdb::ResourceTable ModuleResources = {kTexts, kTextCount};
+//   extern "C" AUTOMATION_API const ResourceTable ModuleResources = {kTexts, kTextCount};
 //
 // A language library, `libLangExt.so`, chooses one for a component by its export
 //
-//   extern "C" AUTOMATION_API orxdb::ModuleHandle LoadResExtDLL(orxdb::ModuleHandle component,
-//   int);
+//   extern "C" AUTOMATION_API ModuleHandle LoadResExtDLL(ModuleHandle component, int reserved);
 //
-// `component` tells which component asks, the number is 0. The result is a resource library in the
+// `component` tells which component asks, `reserved` is 0. The result is a resource library in the
 // user's language, as loaded by the system (Library::Detach), or null when there is none. The
 // component takes it over and frees it when the component itself is unloaded. The language library
 // is freed at once, so it must not own what it returns.

@@ -217,12 +217,13 @@ class Orxdb(unittest.TestCase):
             (self.folder / "cam" / name).mkdir(parents=True)
         copy = self.folder / "cam" / "bin" / "orxdb"
         shutil.copy(PROGRAM, copy)
-        for library in ("libORXDB.so", "libautomation.so"):
+        for library in ("libORXDB.so", "libautomation.so.3"):
             shutil.copy(PROGRAM.parent.parent / "lib" / library, self.folder / "cam" / "lib")
         default = self.folder / "cam" / "CAM" / "TOOLS" / "tools.mdb"
 
         def beside(*arguments):
-            done = subprocess.run([copy, *arguments], capture_output=True, check=False, timeout=60)
+            done = subprocess.run([copy, *arguments], capture_output=True, check=False, timeout=60,
+                                  env={**os.environ, "AUTOMATION_CLASS_PATH": "/nowhere"})
             return done.returncode, done.stdout.decode(), done.stderr.decode()
 
         code, _, error = beside("types")
