@@ -17,8 +17,8 @@ install(FILES README.md DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/orxdb)
 set(install_class_file "
 set(class_file ${class_folder}/ORXDB.OrxDbObj.1.class)
 set(library ${component_library})
-set(script ${PROJECT_SOURCE_DIR}/resources/OrxDbObj.class)
-include(${PROJECT_SOURCE_DIR}/cmake/InstallClassFile.cmake)")
+set(script [[${PROJECT_SOURCE_DIR}/resources/OrxDbObj.class]])
+include([[${PROJECT_SOURCE_DIR}/cmake/InstallClassFile.cmake]])")
 install(CODE "${install_class_file}")
 
 install(EXPORT ORXDB NAMESPACE ORXDB:: DESTINATION ${config_folder} FILE ORXDBTargets.cmake)
@@ -53,7 +53,7 @@ else()
   set(CPACK_DEBIAN_PACKAGE_DEPENDS "libc6, libstdc++6, libsqlite3-0 (>= 3.40)")
 endif()
 # A package is put together in a folder that is not where its files will be.
-file(WRITE ${PROJECT_BINARY_DIR}/PackageClassFile.cmake "
+file(WRITE "${PROJECT_BINARY_DIR}/PackageClassFile.cmake" "
 set(CMAKE_INSTALL_PREFIX \${CPACK_PACKAGING_INSTALL_PREFIX})
 set(ENV{DESTDIR} \${CPACK_TEMPORARY_INSTALL_DIRECTORY})${install_class_file}")
 include(CPack)

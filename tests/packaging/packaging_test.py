@@ -65,15 +65,15 @@ class Packaging(unittest.TestCase):
                 f"-Wl,-rpath,{self.libraries}", "-o", program)
         self.show_words(program)
 
-    def test_program_finds_the_component_beside_it_or_by_name(self):
+    def test_program_finds_the_component_where_it_is_installed_and_by_name(self):
         database = self.folder / "tools.mdb"
         apart = self.folder / "apart/bin/orxdb"
         apart.parent.mkdir(parents=True)
         shutil.copy(self.prefix / "bin/orxdb", apart)
         self.ok(self.prefix / "bin/orxdb", "create", database)
         libraries = {"LD_LIBRARY_PATH": str(self.libraries)}
-        beside = self.ok(self.prefix / "bin/orxdb", "--db", database, "types")
-        self.assertEqual(beside,
+        installed = self.ok(self.prefix / "bin/orxdb", "--db", database, "types", **self.found)
+        self.assertEqual(installed,
                          self.ok(apart, "--db", database, "types", **libraries, **self.found))
         code, _, error = run(apart, "--db", database, "types", HOME="/nowhere", **libraries)
         self.assertEqual(code, 1)
