@@ -17,7 +17,8 @@ extern "C" AUTOMATION_API const orxdb::ResourceTable ModuleResources = {kTexts, 
 extern "C" AUTOMATION_API orxdb::ModuleHandle LoadResExtDLL(orxdb::ModuleHandle component,
                                                             int reserved) {
   using orxdb::Library;
-  const std::string wish = std::getenv("TEST_LANGUAGE");
+  const char* const value = std::getenv("TEST_LANGUAGE");
+  const std::string wish = value ? value : "";
   if (wish == "throws" || reserved != 0) throw 1;
   if (wish == "component itself") return component;
   if (wish == "no texts") return Library::Load("libm.so.6").Detach();
