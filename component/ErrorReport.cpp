@@ -1,6 +1,7 @@
 #include "component/ErrorReport.h"
 
 #include <array>
+#include <string_view>
 
 #include "interface/IOrxDbObj.h"
 #include "platform/automation/ClassObject.h"
@@ -14,8 +15,12 @@ void ReportError() noexcept {
   ComPtr<ICreateErrorInfo> report;
   if (FAILED(CreateErrorInfo(report.put()))) return;
   report->SetGUID(IID_IOrxDbObj);
+  // A host may use the component by its path, unregistered; the source is the same then.
+  std::array<OLECHAR, 32> ownProgId{};
+  std::u16string_view(kOrxDbProgId).copy(ownProgId.data(), ownProgId.size() - 1);
   LPOLESTR progId = nullptr;
-  if (SUCCEEDED(ProgIDFromCLSID(CLSID_OrxDbObj, &progId))) report->SetSource(progId);
+  const bool registered = SUCCEEDED(ProgIDFromCLSID(CLSID_OrxDbObj, &progId));
+  report->SetSource(registered ? progId : ownProgId.data());
   CoTaskMemFree(progId);
   std::array<OLECHAR, 32> description{};
   report->SetDescription(

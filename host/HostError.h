@@ -16,6 +16,9 @@ class HostError : public std::runtime_error {
 /// Whoever read the output has read enough (`| head`); the program ends quietly.
 class OutputClosed {};
 
+/// What somebody wrote, in quotes for a message; a long text is cut.
+std::string Cited(const std::string& text);
+
 /// A status for a message, "0x80004005".
 std::string Hexadecimal(HRESULT status);
 

@@ -89,7 +89,7 @@ std::string ToolDatabase::TableNamed(const std::string& name) const {
     if (std::ranges::equal(type.table, name, {}, Folded, Folded)) match = &type;
   }
   if (!match) {
-    throw HostError("There is no tool table '" + name + "'. `orxdb types` lists them.");
+    throw HostError("There is no tool table " + Cited(name) + ". `orxdb types` lists them.");
   }
   return match->table;
 }
@@ -98,7 +98,7 @@ void ToolDatabase::Select(const std::string& table, const std::string& where,
                           const std::string& order) {
   if (FAILED(m_component->SetTabFilter(WidenToBstr(table).get(), WidenToBstr(where).get(),
                                        WidenToBstr(order).get()))) {
-    throw HostError("The database does not accept the order '" + order + "'.");
+    throw HostError("The database does not accept the order " + Cited(order) + ".");
   }
 }
 
@@ -122,8 +122,9 @@ ToolWalk::ToolWalk(ToolDatabase& database, const std::string& table, const std::
     : m_database(database), m_table(WidenToBstr(table)) {
   Variant names;
   if (FAILED(m_database.Component().GetFirstTool(m_table.get(), names.put(), m_values.put()))) {
-    throw HostError(filter.empty() ? "The tools of " + table + " cannot be read."
-                                   : "The database does not accept the filter '" + filter + "'.");
+    throw HostError(filter.empty()
+                        ? "The tools of " + table + " cannot be read."
+                        : "The database does not accept the filter " + Cited(filter) + ".");
   }
   m_names = Texts(names);
 }

@@ -122,7 +122,7 @@ TEST_F(ObjectTest, FailureIsReportedAndSuccessLeavesTheReportAlone) {
 
   setenv("AUTOMATION_CLASS_PATH", (m_folder / "nothing").c_str(), 1);
   EXPECT_EQ(FirstStatus("TAP"), E_FAIL);
-  EXPECT_EQ(TakeError(), ": ORX DB Error") << "a class that is not registered names no source";
+  EXPECT_EQ(TakeError(), "ORXDB.OrxDbObj.1: ORX DB Error") << "also when it is not registered";
 }
 
 TEST_F(ObjectTest, HidesPropertiesByPartsOfTheirNames) {
