@@ -3,8 +3,8 @@
 namespace orxdb {
 
 /// Sets the calling thread's error information: the same description for every failure, the
-/// interface, and as the source the ProgID that the class is registered under, else its own. Without
-/// memory nothing is set.
+/// interface, and as the source the ProgID that the class is registered under, else its own.
+/// Without memory nothing is set.
 void ReportError() noexcept;
 
 }  // namespace orxdb
