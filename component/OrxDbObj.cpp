@@ -6,7 +6,10 @@
 #include <utility>
 #include <vector>
 
+#include "component/Dispatch.h"
 #include "component/MethodFrame.h"
+#include "component/MethodTable.h"
+#include "component/TypeDescription.h"
 #include "platform/automation/ComPtr.h"
 #include "platform/framework/Text.h"
 #include "resources/StringTable.h"
@@ -95,20 +98,27 @@ ULONG OrxDbObj::Release() {
   return m_outer->Release();
 }
 
-// Late-bound calls are not served yet.
 HRESULT OrxDbObj::GetTypeInfoCount(UINT* pctinfo) {
   if (!pctinfo) return E_POINTER;
-  *pctinfo = 0;
+  *pctinfo = 1;
   return S_OK;
 }
-HRESULT OrxDbObj::GetTypeInfo(UINT, LCID, ITypeInfo**) {
-  return E_NOTIMPL;
+HRESULT OrxDbObj::GetTypeInfo(UINT iTInfo, LCID, ITypeInfo** ppTInfo) {
+  if (!ppTInfo) return E_POINTER;
+  *ppTInfo = iTInfo == 0 ? orxdb::DescribeInterface() : nullptr;
+  return *ppTInfo ? S_OK : DISP_E_BADINDEX;
 }
-HRESULT OrxDbObj::GetIDsOfNames(REFIID, LPOLESTR*, UINT, LCID, DISPID*) {
-  return E_NOTIMPL;
+HRESULT OrxDbObj::GetIDsOfNames(REFIID riid, LPOLESTR* rgszNames, UINT cNames, LCID,
+                                DISPID* rgDispId) {
+  return riid == IID_NULL ? orxdb::FindIdsOfNames(rgszNames, cNames, rgDispId)
+                          : DISP_E_UNKNOWNINTERFACE;
 }
-HRESULT OrxDbObj::Invoke(DISPID, REFIID, LCID, WORD, DISPPARAMS*, VARIANT*, EXCEPINFO*, UINT*) {
-  return E_NOTIMPL;
+HRESULT OrxDbObj::Invoke(DISPID dispIdMember, REFIID riid, LCID, WORD wFlags,
+                         DISPPARAMS* pDispParams, VARIANT* pVarResult, EXCEPINFO* pExcepInfo,
+                         UINT* puArgErr) {
+  return riid == IID_NULL ? orxdb::InvokeMethod(*this, dispIdMember, wFlags, pDispParams,
+                                                pVarResult, pExcepInfo, puArgErr)
+                          : DISP_E_UNKNOWNINTERFACE;
 }
 
 CToolTableInfo* OrxDbObj::FindToolTable(BSTR bstrToolTable) {

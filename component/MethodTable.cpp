@@ -1,0 +1,226 @@
+#include "component/MethodTable.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace orxdb {
+namespace {
+
+template <typename T>
+inline constexpr VARTYPE kTypeCode = VT_EMPTY;
+template <>
+inline constexpr VARTYPE kTypeCode<BSTR> = VT_BSTR;
+template <>
+inline constexpr VARTYPE kTypeCode<LONG> = VT_I4;
+template <>
+inline constexpr VARTYPE kTypeCode<USHORT> = VT_UI2;
+template <>
+inline constexpr VARTYPE kTypeCode<DOUBLE> = VT_R8;
+template <>
+inline constexpr VARTYPE kTypeCode<VARIANT_BOOL> = VT_BOOL;
+template <>
+inline constexpr VARTYPE kTypeCode<VARIANT> = VT_VARIANT;
+
+/// A string is a value, though it is a pointer.
+template <typename T>
+inline constexpr bool kIsReference = std::is_pointer_v<T> && !std::is_same_v<T, BSTR>;
+
+template <typename T>
+T FromPlace(void* place) {
+  if constexpr (kIsReference<T>) {
+    return static_cast<T>(place);
+  } else {
+    return *static_cast<T*>(place);
+  }
+}
+
+constexpr Parameter Undirected(const OLECHAR* name) {
+  return {.name = name, .flags = PARAMFLAG_NONE};
+}
+constexpr Parameter In(const OLECHAR* name) {
+  return {.name = name, .flags = PARAMFLAG_FIN};
+}
+constexpr Parameter Out(const OLECHAR* name) {
+  return {.name = name, .flags = PARAMFLAG_FOUT};
+}
+constexpr Parameter OptionalIn(const OLECHAR* name, LONG defaultValue) {
+  return {.name = name,
+          .flags = PARAMFLAG_FIN | PARAMFLAG_FOPT | PARAMFLAG_FHASDEFAULT,
+          .defaultValue = defaultValue};
+}
+
+/// Adds the types of the method's signature to what is declared of it.
+template <auto method, typename... Args, typename... Declared>
+consteval Method MakeRow(HRESULT (IOrxDbObj::*)(Args...), DISPID id, const OLECHAR* name,
+                         Declared... declared) {
+  static_assert(sizeof...(Declared) == sizeof...(Args) && sizeof...(Args) <= kMaxParameters);
+  Method row{.id = id, .name = name, .parameterCount = sizeof...(Args)};
+  [[maybe_unused]] std::size_t i = 0;
+  ((row.slots[i] = declared,
+    row.slots[i].type =
+        kTypeCode<std::conditional_t<kIsReference<Args>, std::remove_pointer_t<Args>, Args>>,
+    row.slots[i].byReference = kIsReference<Args>,
+    row.optionalCount += (declared.flags & PARAMFLAG_FOPT) ? 1 : 0, ++i),
+   ...);
+  row.call = [](IOrxDbObj& object, [[maybe_unused]] void* const* places) {
+    return [&]<std::size_t... position>(std::index_sequence<position...>) {
+      return (object.*method)(FromPlace<Args>(places[position])...);
+    }
+    (std::index_sequence_for<Args...>());
+  };
+  return row;
+}
+
+template <auto method, typename... Declared>
+consteval Method Row(DISPID id, const OLECHAR* name, Declared... declared) {
+  return MakeRow<method>(method, id, name, declared...);
+}
+
+constexpr std::array kMethods = {
+    Row<&IOrxDbObj::SetMdbFile>(1, u"SetMdbFile", In(u"bstrFileName")),
+    Row<&IOrxDbObj::GetToolTypes>(2, u"GetToolTypes", Out(u"Types")),
+    Row<&IOrxDbObj::GetFirstTool>(3, u"GetFirstTool", In(u"bstrToolTable"), Out(u"pPropNames"),
+                                  Out(u"pProps")),
+    Row<&IOrxDbObj::GetNextTool>(4, u"GetNextTool", In(u"bstrToolTable"), Out(u"pProps")),
+    Row<&IOrxDbObj::SetTabFilter>(5, u"SetTabFilter", In(u"bstrToolTable"), In(u"bstrWhereStr"),
+                                  In(u"bstrOrderStr")),
+    Row<&IOrxDbObj::AddNewRecord>(6, u"AddNewRecord", In(u"bstrToolTable"), In(u"pPropNames"),
+                                  In(u"pProps"), Out(u"pDbId")),
+    Row<&IOrxDbObj::SetToolProps>(7, u"SetToolProps", In(u"bstrToolTable"), In(u"lDbId"),
+                                  In(u"pPropNames"), In(u"pProps")),
+    Row<&IOrxDbObj::GetPermissibleValues>(8, u"GetPermissibleValues", In(u"bstrToolTable"),
+                                          In(u"bstrParamName"), In(u"fMetricTapDiameter"),
+                                          Out(u"pArrVal")),
+    Row<&IOrxDbObj::VariantToSQLString>(9, u"VariantToSQLString", In(u"pvarValue"),
+                                        Out(u"bstrValue")),
+    Row<&IOrxDbObj::VariantToUIString>(10, u"VariantToUIString", In(u"pvarValue"),
+                                       Out(u"bstrValue"), OptionalIn(u"iPrecision", -1)),
+    Row<&IOrxDbObj::GetSearchParamNames>(11, u"GetSearchParamNames", In(u"bstrToolTable"),
+                                         Out(u"pNames")),
+    Row<&IOrxDbObj::GetFieldType>(12, u"GetFieldType", In(u"bstrTolTable"), In(u"bstrParamName"),
+                                  Out(u"vtType")),
+    Row<&IOrxDbObj::DeleteTool>(13, u"DeleteTool", In(u"bstrToolTable"), In(u"lDbId")),
+    Row<&IOrxDbObj::GetToolProps>(14, u"GetToolProps", In(u"bstrToolTable"), In(u"lDbId"),
+                                  Out(u"pPropNames"), Out(u"pProps")),
+    Row<&IOrxDbObj::IsToolNameUnique>(15, u"IsToolNameUnique", In(u"bstrToolTable"),
+                                      In(u"bstrToolName"), Out(u"bUnique")),
+    Row<&IOrxDbObj::GetFirstStockMaterial>(16, u"GetFirstStockMaterial", Out(u"pPropNames"),
+                                           Out(u"pProps")),
+    Row<&IOrxDbObj::GetNextStockMaterial>(17, u"GetNextStockMaterial", Out(u"pProps")),
+    Row<&IOrxDbObj::GetRowByMaterialHardness>(18, u"GetRowByMaterialHardness", In(u"bstrTabName"),
+                                              In(u"bstrMatName"), In(u"fHardness"),
+                                              Out(u"pPropNames"), Out(u"pProps")),
+    Row<&IOrxDbObj::GetChosenDrillFeed>(19, u"GetChosenDrillFeed", In(u"fDiameter"),
+                                        Out(u"pPropNames"), Out(u"pProps")),
+    Row<&IOrxDbObj::GetFactorByTable>(20, u"GetFactorByTable", In(u"bstrTabName"),
+                                      In(u"fSearchValue"), Out(u"pPropNames"), Out(u"pProps1"),
+                                      Out(u"pProps2")),
+    Row<&IOrxDbObj::OpenDefaultDataBase>(21, u"OpenDefaultDataBase"),
+    Row<&IOrxDbObj::GetPropsTypes>(22, u"GetPropsTypes", In(u"bstrToolTable"), Out(u"pPropNames"),
+                                   Out(u"pTypes")),
+    Row<&IOrxDbObj::FilterStrValueForQuery>(23, u"FilterStrValueForQuery", In(u"bstrSrc"),
+                                            Out(u"bstrRes")),
+    Row<&IOrxDbObj::GetStockMaterialByName>(24, u"GetStockMaterialByName", In(u"bstrName"),
+                                            Out(u"pPropNames"), Out(u"pProps")),
+    Row<&IOrxDbObj::GetPrimaryOpByTable>(25, u"GetPrimaryOpByTable", Undirected(u"bstrToolTable"),
+                                         Undirected(u"bstrPrimaryOp")),
+    Row<&IOrxDbObj::GetDefPropsValues>(26, u"GetDefPropsValues", In(u"bstrToolTable"),
+                                       Out(u"pPropNames"), Out(u"pProps")),
+    Row<&IOrxDbObj::ExportToolRecordsToFile>(27, u"ExportToolRecordsToFile", In(u"bstrToolTable"),
+                                             In(u"bstrFileName"), In(u"lFlags")),
+    Row<&IOrxDbObj::ImportToolRecordsFromFile>(28, u"ImportToolRecordsFromFile",
+                                               In(u"bstrFileName"), In(u"lFlags")),
+    Row<&IOrxDbObj::GenerateDefToolName>(29, u"GenerateDefToolName", In(u"bstrToolTable"),
+                                         In(u"lId"), Out(u"bstrName")),
+    Row<&IOrxDbObj::FindPropByNameInArray>(30, u"FindPropByNameInArray", In(u"bstrPropName"),
+                                           In(u"pPropNames"), In(u"pProps"), Out(u"pProp"),
+                                           Out(u"lArrInd")),
+    Row<&IOrxDbObj::GetToolSubtypePreview>(31, u"GetToolSubtypePreview", In(u"bstrToolTable"),
+                                           Out(u"pPreView")),
+    Row<&IOrxDbObj::GetTappingHeadsForTap>(32, u"GetTappingHeadsForTap", In(u"bstrUnit"),
+                                           In(u"fTapDiam"), Out(u"pNames"), Out(u"pIDs")),
+    Row<&IOrxDbObj::IsHiddenProperty>(33, u"IsHiddenProperty", In(u"bstrPropName"),
+                                      Out(u"bHidden")),
+    Row<&IOrxDbObj::GetSelectedRecordCount>(34, u"GetSelectedRecordCount", In(u"bstrToolTable"),
+                                            Out(u"lRecCount")),
+    Row<&IOrxDbObj::SetToolTableBookmark>(35, u"SetToolTableBookmark", In(u"bstrToolTable"),
+                                          In(u"varBookmark")),
+    Row<&IOrxDbObj::GetToolTableBookmark>(36, u"GetToolTableBookmark", In(u"bstrToolTable"),
+                                          Out(u"pvarBookmark")),
+    Row<&IOrxDbObj::GetPermissibleValues2>(37, u"GetPermissibleValues2", In(u"bstrToolTable"),
+                                           In(u"pPropNames"), In(u"pProps"), In(u"bstrParamName"),
+                                           Out(u"pArrVal"), Out(u"pArrDispVal")),
+    Row<&IOrxDbObj::GenFirstTool>(38, u"GenFirstTool", In(u"bstrToolTable"), In(u"pNames"),
+                                  In(u"pProps"), Out(u"pGenNames"), Out(u"pGenProps")),
+    Row<&IOrxDbObj::GenNextTool>(39, u"GenNextTool", In(u"bstrToolTable"), Out(u"pGenProps")),
+    Row<&IOrxDbObj::GenerateDefToolName2>(40, u"GenerateDefToolName2", Undirected(u"bstrToolTable"),
+                                          Undirected(u"pPropNames"), Undirected(u"pProps"),
+                                          Undirected(u"bstrName")),
+    Row<&IOrxDbObj::GetToolTypesByStoredQuery>(41, u"GetToolTypesByStoredQuery",
+                                               In(u"bstrQueryName"), Out(u"pTypes")),
+};
+
+constexpr bool IsSound(const Method& method) {
+  bool optional = false;
+  return std::ranges::all_of(method.parameters(), [&](const Parameter& parameter) {
+    const bool mayBeOmitted = (parameter.flags & PARAMFLAG_FOPT) != 0;
+    const bool inOrder = mayBeOmitted || !optional;
+    optional = mayBeOmitted;
+    return inOrder && parameter.type != VT_EMPTY &&
+           (!mayBeOmitted || (parameter.type == VT_I4 && !parameter.byReference)) &&
+           (parameter.byReference || !(parameter.flags & PARAMFLAG_FOUT));
+  });
+}
+
+static_assert(kMethods.size() == 41);
+static_assert([] {
+  DISPID id = 0;
+  return std::ranges::all_of(kMethods, [&](const Method& method) { return method.id == ++id; });
+}());
+static_assert(std::ranges::all_of(kMethods, IsSound));
+
+bool SameName(std::u16string_view left, std::u16string_view right) noexcept {
+  constexpr auto lower = [](OLECHAR c) {
+    return c >= u'A' && c <= u'Z' ? static_cast<OLECHAR>(c + (u'a' - u'A')) : c;
+  };
+  return std::ranges::equal(left, right, {}, lower, lower);
+}
+
+DISPID FindParameter(const Method& method, std::u16string_view name) noexcept {
+  const auto found = std::ranges::find_if(method.parameters(), [&](const Parameter& parameter) {
+    return SameName(parameter.name, name);
+  });
+  return found == method.parameters().end()
+             ? DISPID_UNKNOWN
+             : static_cast<DISPID>(found - method.parameters().begin());
+}
+
+}  // namespace
+
+std::span<const Method> Methods() noexcept {
+  return kMethods;
+}
+
+const Method* FindMethod(DISPID id) noexcept {
+  return id >= 1 && static_cast<std::size_t>(id) <= kMethods.size()
+             ? &kMethods[static_cast<std::size_t>(id) - 1]
+             : nullptr;
+}
+
+const Method* FindMethod(std::u16string_view name) noexcept {
+  const auto* const found = std::ranges::find_if(
+      kMethods, [&](const Method& method) { return SameName(method.name, name); });
+  return found == kMethods.end() ? nullptr : found;
+}
+
+HRESULT FindIdsOfNames(const LPOLESTR* names, UINT count, DISPID* ids) noexcept {
+  if (!names || !ids || count == 0) return E_INVALIDARG;
+  const Method* const method = names[0] ? FindMethod(names[0]) : nullptr;
+  ids[0] = method ? method->id : DISPID_UNKNOWN;
+  for (UINT i = 1; i < count; ++i) {
+    ids[i] = method && names[i] ? FindParameter(*method, names[i]) : DISPID_UNKNOWN;
+  }
+  return std::find(ids, ids + count, DISPID_UNKNOWN) == ids + count ? S_OK : DISP_E_UNKNOWNNAME;
+}
+
+}  // namespace orxdb
