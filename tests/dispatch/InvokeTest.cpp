@@ -1,0 +1,216 @@
+// Finding methods and calling them late: names, counts, named arguments, failures.
+#include <climits>
+
+#include "interface/ToolHost.h"
+#include "platform/framework/Text.h"
+#include "tests/dispatch/FailingAllocations.h"
+#include "tests/dispatch/LateCall.h"
+
+namespace orxdb::test {
+
+DISPID IdOf(IDispatch& object, std::u16string_view method) {
+  std::u16string name(method);
+  LPOLESTR names = name.data();
+  DISPID id = DISPID_UNKNOWN;
+  EXPECT_EQ(object.GetIDsOfNames(IID_NULL, &names, 1, 0, &id), S_OK) << Narrow(method);
+  return id;
+}
+
+Answer Invoke(IDispatch& object, DISPID id, std::vector<VARIANT>& reversed,
+              std::vector<DISPID> names, WORD flags) {
+  DISPPARAMS params{reversed.data(), names.data(), static_cast<UINT>(reversed.size()),
+                    static_cast<UINT>(names.size())};
+  Answer answer;
+  VARIANT result = Variant::FromI4(7).detach();
+  EXCEPINFO exception{};
+  answer.status =
+      object.Invoke(id, IID_NULL, 0, flags, &params, &result, &exception, &answer.argument);
+  EXPECT_EQ(result.vt, VT_EMPTY);
+  EXPECT_EQ(exception.scode, answer.status == DISP_E_EXCEPTION ? E_FAIL : S_OK);
+  Bstr source;
+  source.attach(exception.bstrSource);
+  Bstr description;
+  description.attach(exception.bstrDescription);
+  if (source) answer.exception = Narrow(source.view()) + ": " + Narrow(description.view());
+  return answer;
+}
+
+Answer Call(IDispatch& object, std::u16string_view method, std::vector<VARIANT> arguments) {
+  std::vector<VARIANT> reversed(arguments.rbegin(), arguments.rend());
+  return Invoke(object, IdOf(object, method), reversed);
+}
+
+VARIANT Reference(VARTYPE type, void* place) {
+  VARIANT reference{};
+  reference.vt = static_cast<VARTYPE>(VT_BYREF | type);
+  reference.byref = place;
+  return reference;
+}
+
+namespace {
+
+class InvokeTest : public ComponentTest {
+ protected:
+  std::vector<DISPID> Ids(std::vector<std::u16string> names, HRESULT expected) {
+    std::vector<LPOLESTR> pointers;
+    for (auto& name : names) pointers.push_back(name.data());
+    std::vector<DISPID> ids(names.size(), 77);
+    const auto count = static_cast<UINT>(names.size());
+    EXPECT_EQ(m_db->GetIDsOfNames(IID_NULL, pointers.data(), count, 0, ids.data()), expected);
+    return ids;
+  }
+};
+
+TEST_F(InvokeTest, FindsIdentifiersByNameInAnyCase) {
+  using Numbers = std::vector<DISPID>;
+  EXPECT_EQ(Ids({u"SetMdbFile"}, S_OK), (Numbers{1}));
+  EXPECT_EQ(Ids({u"gettooltypesBYSTOREDQUERY", u"PTYPES", u"bstrQueryName"}, S_OK),
+            (Numbers{41, 1, 0}));
+  EXPECT_EQ(Ids({u"GetNextTool", u"pPropNames", u"pProps"}, DISP_E_UNKNOWNNAME),
+            (Numbers{4, -1, 1}));
+  EXPECT_EQ(Ids({u"Quit", u"pProps"}, DISP_E_UNKNOWNNAME), (Numbers{-1, -1}));
+  EXPECT_EQ(Ids({u""}, DISP_E_UNKNOWNNAME), (Numbers{-1}));
+  EXPECT_EQ(Ids({}, E_INVALIDARG), Numbers{});
+  OLECHAR name[] = u"SetMdbFile";
+  LPOLESTR names = name;
+  DISPID id = 5;
+  EXPECT_EQ(m_db->GetIDsOfNames(IID_IDispatch, &names, 1, 0, &id), DISP_E_UNKNOWNINTERFACE);
+  EXPECT_EQ(m_db->GetIDsOfNames(IID_NULL, nullptr, 1, 0, &id), E_INVALIDARG);
+  EXPECT_EQ(m_db->GetIDsOfNames(IID_NULL, &names, 1, 0, nullptr), E_INVALIDARG);
+}
+
+TEST_F(InvokeTest, RefusesWhatIsNoCall) {
+  std::vector<VARIANT> none;
+  const DISPID open = IdOf(*m_db, u"OpenDefaultDataBase");
+  for (const WORD flags : {DISPATCH_PROPERTYGET, DISPATCH_PROPERTYPUT, DISPATCH_PROPERTYPUTREF,
+                           WORD{DISPATCH_METHOD | DISPATCH_PROPERTYPUT}, WORD{0}}) {
+    EXPECT_EQ(Invoke(*m_db, open, none, {}, flags).status, DISP_E_MEMBERNOTFOUND) << flags;
+  }
+  EXPECT_EQ(Invoke(*m_db, open, none, {}, DISPATCH_METHOD | DISPATCH_PROPERTYGET).status, S_OK);
+  for (const DISPID id : {0, -1, 42, INT_MIN, INT_MAX}) {
+    EXPECT_EQ(Invoke(*m_db, id, none).status, DISP_E_MEMBERNOTFOUND) << id;
+  }
+  DISPPARAMS params{};
+  const auto invoke = [&](REFIID iid, DISPPARAMS* given) {
+    return m_db->Invoke(open, iid, 0, DISPATCH_METHOD, given, nullptr, nullptr, nullptr);
+  };
+  EXPECT_EQ(invoke(IID_IDispatch, &params), DISP_E_UNKNOWNINTERFACE);
+  EXPECT_EQ(invoke(IID_NULL, nullptr), E_INVALIDARG);
+  EXPECT_EQ(invoke(IID_NULL, &params), S_OK);
+  params.cNamedArgs = 1;
+  EXPECT_EQ(invoke(IID_NULL, &params), E_INVALIDARG);
+  params.cArgs = 1;
+  EXPECT_EQ(invoke(IID_NULL, &params), E_INVALIDARG);
+}
+
+// VariantToUIString(pvarValue, bstrValue, iPrecision = -1)
+TEST_F(InvokeTest, SortsArgumentsByPositionAndName) {
+  BSTR text = nullptr;
+  const VARIANT half = Variant::FromR8(0.5).detach();
+  const VARIANT two = Variant::FromI4(2).detach();
+  const VARIANT out = Reference(VT_BSTR, &text);
+  VARIANT missing{};
+  missing.vt = VT_ERROR;
+  missing.scode = DISP_E_PARAMNOTFOUND;
+  struct Case {
+    std::vector<VARIANT> reversed;
+    std::vector<DISPID> names;
+    HRESULT status;
+    UINT argument = 99;
+    std::u16string_view text = u"";
+  };
+  for (const Case& row : {
+           Case{{two, out, half}, {}, S_OK, 99, u"0.50"},
+           {{out, half}, {}, S_OK, 99, u"0.5"},
+           {{missing, out, half}, {}, S_OK, 99, u"0.5"},
+           {{two, out, half}, {2}, S_OK, 99, u"0.50"},
+           {{half, two, out}, {0, 2, 1}, S_OK, 99, u"0.50"},
+           {{half, out}, {0, 1}, S_OK, 99, u"0.5"},
+           {{half}, {}, DISP_E_BADPARAMCOUNT},
+           {{}, {}, DISP_E_BADPARAMCOUNT},
+           {{two, two, out, half}, {}, DISP_E_BADPARAMCOUNT},
+           {{two, half}, {2}, DISP_E_PARAMNOTOPTIONAL},
+           {{missing, half}, {}, DISP_E_PARAMNOTOPTIONAL, 0},
+           {{two, out, missing}, {}, DISP_E_PARAMNOTOPTIONAL, 2},
+           {{two, out, half}, {3}, DISP_E_PARAMNOTFOUND, 0},
+           {{two, out, half}, {2, -3}, DISP_E_PARAMNOTFOUND, 1},
+           {{two, out, half}, {1}, DISP_E_PARAMNOTFOUND, 0},
+           {{two, two, half}, {2, 2}, DISP_E_PARAMNOTFOUND, 1},
+       }) {
+    auto reversed = row.reversed;
+    const Answer answer = Invoke(*m_db, 10, reversed, row.names);
+    EXPECT_EQ(answer.status, row.status) << reversed.size();
+    EXPECT_EQ(answer.argument, row.argument) << answer.status;
+    EXPECT_EQ(View(text), row.text);
+    SysFreeString(std::exchange(text, nullptr));
+  }
+  EXPECT_EQ(TakeError(), "");
+}
+
+TEST_F(InvokeTest, WalksLikeAScript) {
+  SeedDatabase(m_file);
+  LateBound db(m_db.QueryInterface<IDispatch>());
+  EXPECT_EQ(db.call(u"setmdbfile", Variant::FromBstr(WidenToBstr(m_file.string()))), S_OK);
+  const Variant table = Variant::FromText(u"TAP");
+  EXPECT_EQ(
+      db.call(u"SetTabFilter", table, Variant::FromText(u"Flutes > 2"), Variant::FromText(u"Name")),
+      S_OK);
+  Variant names;
+  Variant values;
+  std::vector<std::u16string> found;
+  for (db.call(u"GetFirstTool", table, &names, &values); !values.empty();
+       db.call(u"GetNextTool", table, &values)) {
+    found.emplace_back(View(ArrayAccess<VARIANT>(values.get().parray)[1].bstrVal));
+  }
+  EXPECT_EQ(found, (std::vector<std::u16string>{u"M10", u"M6"}));
+  EXPECT_EQ(db.call(u"NoSuchMethod"), DISP_E_UNKNOWNNAME);
+  EXPECT_EQ(db.call(u"GetFirstTool", Variant::FromText(u"NONE"), &names, &values),
+            DISP_E_EXCEPTION);
+  EXPECT_EQ(db.error(), u"ORX DB Error");
+}
+
+TEST_F(InvokeTest, FailingMethodsAreExceptionsWithTheErrorReport) {
+  Variant names;
+  Variant values;
+  const std::vector<VARIANT> arguments{Variant::FromI4(12).detach(),
+                                       Reference(VT_VARIANT, names.ptr()),
+                                       Reference(VT_VARIANT, values.ptr())};
+  const Answer answer = Call(*m_db, u"GetFirstTool", arguments);
+  EXPECT_EQ(answer.status, DISP_E_EXCEPTION);
+  EXPECT_EQ(answer.exception, kReportedError);
+  EXPECT_EQ(TakeError(), kReportedError);
+  std::vector<VARIANT> reversed(arguments.rbegin(), arguments.rend());
+  DISPPARAMS params{reversed.data(), nullptr, 3, 0};
+  EXPECT_EQ(m_db->Invoke(3, IID_NULL, 0, DISPATCH_METHOD, &params, nullptr, nullptr, nullptr),
+            DISP_E_EXCEPTION);
+  // A success leaves the report of an earlier failure alone.
+  EXPECT_EQ(Call(*m_db, u"OpenDefaultDataBase", {}).status, S_OK);
+  EXPECT_EQ(TakeError(), kReportedError);
+  // A call that is refused is none of the object's failures.
+  EXPECT_EQ(Call(*m_db, u"GetFirstTool", {}).status, DISP_E_BADPARAMCOUNT);
+  EXPECT_EQ(TakeError(), "");
+}
+
+TEST_F(InvokeTest, SurvivesEveryFailingAllocation) {
+  OpenSeeded();
+  const Variant sentence = Variant::FromText(u"a text too long to be kept without an allocation");
+  int failures = 0;
+  for (int left = 0;; ++left) {
+    BSTR text = nullptr;
+    std::vector<VARIANT> reversed{Reference(VT_BSTR, &text), sentence.get()};
+    DISPPARAMS params{reversed.data(), nullptr, 2, 0};
+    FailAllocationsAfter(left);
+    const HRESULT status =
+        m_db->Invoke(9, IID_NULL, 0, DISPATCH_METHOD, &params, nullptr, nullptr, nullptr);
+    FailAllocationsAfter(-1);
+    EXPECT_EQ(View(text), status == S_OK ? View(sentence.get().bstrVal) : u"");
+    SysFreeString(text);
+    if (status == S_OK) break;
+    EXPECT_THAT(status, testing::AnyOf(DISP_E_EXCEPTION, E_OUTOFMEMORY));
+    ++failures;
+  }
+  EXPECT_GT(failures, 0);
+}
+
+}  // namespace
+}  // namespace orxdb::test
