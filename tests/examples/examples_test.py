@@ -27,9 +27,7 @@ class Examples(unittest.TestCase):
         self.folder = Path(self.enterContext(tempfile.TemporaryDirectory()))
         self.database = self.folder / "shop.mdb"
         subprocess.run([OPTIONS.orxdb, "create", self.database], check=True, capture_output=True)
-        (self.folder / "orxdb.class").write_text(
-            "[Class]\nClassId = {5CFEC078-5A02-4476-BD65-EDDE95DC124C}\nProgId = ORXDB.OrxDbObj.1\n"
-            f"VersionIndependentProgId = ORXDB.OrxDbObj\nLibrary = {OPTIONS.component}\n[End]\n")
+        self.run_host(OPTIONS.regsvr, OPTIONS.component)
 
     def run_host(self, *command, code=0, classes=None, **more):
         environment = {**os.environ, **more, "AUTOMATION_CLASS_PATH": str(classes or self.folder)}
@@ -74,7 +72,7 @@ class Examples(unittest.TestCase):
 
 if __name__ == "__main__":
     parser = argparse.ArgumentParser()
-    for option in ("orxdb", "component", "runtime", "early", "late", "script"):
+    for option in ("orxdb", "regsvr", "component", "runtime", "early", "late", "script"):
         parser.add_argument("--" + option, required=True)
     parser.parse_args(namespace=OPTIONS)
     unittest.main(argv=sys.argv[:1])
