@@ -172,7 +172,7 @@ constexpr bool IsSound(const Method& method) {
   });
 }
 
-static_assert(kMethods.size() == 41);
+static_assert(kMethods.size() == kMethodCount);
 static_assert([] {
   DISPID id = 0;
   return std::ranges::all_of(kMethods, [&](const Method& method) { return method.id == ++id; });

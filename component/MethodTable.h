@@ -10,6 +10,7 @@
 
 namespace orxdb {
 
+inline constexpr std::size_t kMethodCount = 41;
 inline constexpr std::size_t kMaxParameters = 6;
 
 struct Parameter {

@@ -22,13 +22,12 @@ struct TypeEntry {
   const OLECHAR* name;
   const OLECHAR* help;
   WORD flags;
-  WORD functions;
+  std::size_t functions;
   WORD implemented;
 };
 
 constexpr WORD kDualFlags =
     TYPEFLAG_FDUAL | TYPEFLAG_FNONEXTENSIBLE | TYPEFLAG_FOLEAUTOMATION | TYPEFLAG_FDISPATCHABLE;
-constexpr WORD kMethodCount = 41;
 
 constexpr std::array<TypeEntry, 3> kTypes = {{
     {TKIND_DISPATCH, IID_IOrxDbObj, u"IOrxDbObj", u"IOrxDbObj Interface", kDualFlags, kMethodCount,
@@ -140,7 +139,7 @@ class TypeInformation final : public Resident<ITypeInfo> {
     attributes.memidDestructor = MEMBERID_NIL;
     attributes.cbSizeInstance = sizeof(void*);
     attributes.typekind = m_entry.kind;
-    attributes.cFuncs = m_entry.functions;
+    attributes.cFuncs = static_cast<WORD>(m_entry.functions);
     attributes.cImplTypes = m_entry.implemented;
     attributes.cbSizeVft = static_cast<WORD>(
         m_entry.functions ? (kInheritedSlots + m_entry.functions) * sizeof(void*) : 0);

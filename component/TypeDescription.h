@@ -10,8 +10,8 @@ namespace orxdb {
 ///
 /// The library has two types: the interface (0) and the class (1). The interface's partner that
 /// early-bound hosts see, with HRESULT results, is its implemented type -1. Inherited methods are
-/// not listed. Binding by ITypeComp, entry points and creation from a description are not offered
-/// (E_NOTIMPL).
+/// not listed. Binding by ITypeComp, looking names up in the library and creation from a
+/// description are not offered (E_NOTIMPL).
 ITypeInfo* DescribeInterface() noexcept;
 
 }  // namespace orxdb

@@ -2,6 +2,7 @@
 """Runs the example hosts on a starter database and compares what they show with SQL."""
 import argparse
 import os
+import re
 import sqlite3
 import subprocess
 import sys
@@ -68,6 +69,17 @@ class Examples(unittest.TestCase):
             self.run_host(program, self.database, *rest, code=1, classes=empty)
         self.run_host(sys.executable, OPTIONS.script, self.database, OPTIONS.runtime, code=1,
                       classes=empty, **sanitizer())
+
+    def test_readme_quotes_the_examples(self):
+        root = Path(OPTIONS.script).parent.parent
+        plain = lambda text: [line.strip() for line in text.splitlines()]
+        sources = [plain((root / "examples" / name).read_text())
+                   for name in ("EarlyBinding.cpp", "LateBinding.cpp")]
+        quotes = re.findall(r"```cpp\n(.*?)```", (root / "README.md").read_text(), re.DOTALL)
+        self.assertGreaterEqual(len(quotes), 2)
+        for quote in map(plain, quotes):
+            self.assertTrue(any(lines[start:start + len(quote)] == quote for lines in sources
+                                for start in range(len(lines))), quote)
 
 
 if __name__ == "__main__":
