@@ -210,7 +210,7 @@ bool Recordset::Step(Listing& listing, Which which, ChangeStamp stamp) {
   if (which == Which::Last) {
     for (std::size_t index = size; index-- > 0;) {
       m_reader.ReadListed(listing.keys, index, 1, m_incoming);
-      if (Take(m_incoming, stamp)) return true;
+      if (TakeListed(listing, stamp)) return true;
     }
     return false;
   }
@@ -224,7 +224,7 @@ bool Recordset::Step(Listing& listing, Which which, ChangeStamp stamp) {
   std::size_t most = next ? RowReader::kBlockRows : 1;
   for (; index < size; index += most) {
     m_reader.ReadListed(listing.keys, index, most, m_incoming);
-    if (Take(m_incoming, stamp)) return true;
+    if (TakeListed(listing, stamp)) return true;
   }
   return false;
 }
@@ -306,6 +306,13 @@ bool Recordset::Take(RowBlock& rows, ChangeStamp stamp) {
   m_blockStamp = stamp;
   m_row = 0;
   ComeTo(m_block.Key(0));
+  return true;
+}
+
+/// The same for rows just read from a list: what chose the list chose the block's rows.
+bool Recordset::TakeListed(const Listing& listing, ChangeStamp stamp) {
+  if (!Take(m_incoming, stamp)) return false;
+  m_blockCriteria = listing.criteria;
   return true;
 }
 

@@ -95,6 +95,7 @@ class Recordset {
   const Criteria& Translate(const std::string& text);
   void ComeTo(std::int64_t key);
   bool Take(RowBlock& rows, ChangeStamp stamp);
+  bool TakeListed(const Listing& listing, ChangeStamp stamp);
 
   // Reading
   struct RowPlace {
@@ -120,7 +121,7 @@ class Recordset {
   RowBlock m_incoming;       ///< read while `m_block` may have to stay
   std::size_t m_row = 0;     ///< the current record's row in the block
   ChangeStamp m_blockStamp;  ///< when the block was read
-  Criteria m_blockCriteria;  ///< in key order: what chose its rows
+  Criteria m_blockCriteria;  ///< what chose its rows
   std::size_t m_blockSize = 1;
   bool m_blockSorted = false;  ///< SQLite had to sort before it gave the block
 

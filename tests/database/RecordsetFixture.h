@@ -84,6 +84,7 @@ class RecordsetFixture : public ::testing::Test {
       sqlite3* handle = nullptr;
       sqlite3_open(Path().c_str(), &handle);
       sqlite3_busy_timeout(handle, 5000);
+      sqlite3_exec(handle, "PRAGMA synchronous = OFF", nullptr, nullptr, nullptr);
       m_other.reset(handle);
     }
     return m_other.get();
