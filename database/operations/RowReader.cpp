@@ -82,6 +82,7 @@ void RowReader::ReadKeys(const Criteria& criteria, KeyList& keys) const {
   const StatementUse found = m_connection.Use(sql.text, Origin::Host);
   found->Bind(sql.values);
   while (found->Step()) keys.Add(found->Integer(0));
+  keys.DropRepeats();
 }
 
 void RowReader::ReadListed(const KeyList& keys, std::size_t first, std::size_t most,
@@ -119,7 +120,7 @@ bool RowReader::HasAny() const {
 }
 
 std::int64_t RowReader::Count(std::int64_t last) const {
-  SqlText sql = Select("count(*)", m_select.body, {});
+  SqlText sql = Select("count(DISTINCT " + Key() + ")", m_select.body, {});
   sql.Append(SqlText{" AND " + Key() + " <= ?", {last}});
   const StatementUse found = m_connection.Use(sql.text, Origin::Host);
   found->Bind(sql.values);
