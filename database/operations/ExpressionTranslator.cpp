@@ -12,6 +12,8 @@ namespace {
 constexpr int kDeepestNesting = 100;
 /// Each operator copies what stands before it, so that endless chains of them would take for ever.
 constexpr int kMostOperations = 5000;
+/// Some patterns use an argument twice, so that nesting them doubles the SQL at every level.
+constexpr std::size_t kLongestSql = 1'000'000;
 
 /// Words that never are a name unless bracketed.
 constexpr std::array kReservedWords = {
@@ -94,6 +96,9 @@ SqlText Fill(std::string_view pattern, const std::vector<SqlText>& parts) {
     } else {
       sql.text += pattern[i];
     }
+  }
+  if (sql.text.size() > kLongestSql) {
+    throw CDaoException(DaoError::Syntax, "The text asks for too much at once");
   }
   return sql;
 }

@@ -1,5 +1,6 @@
 // Texts from hosts can fail; they can never write, reach other files, or hang.
 #include <chrono>
+#include <thread>
 
 #include "tests/database/RecordsetFixture.h"
 
@@ -55,6 +56,9 @@ TEST_F(HostileTextTest, CriteriaAreRefusedAndHarmless) {
       Repeat("1=", 450000) + "1",
       Repeat("1+", 450000) + "1=1",
       Repeat("'a' & ", 150000) + "'' = ''",
+      Repeat("Sgn(", 60) + "ID" + Repeat(")", 60) + " = 1",
+      Repeat("Right('a',", 60) + "1" + Repeat(")", 60) + " = 'a'",
+      "ID" + Repeat(" BETWEEN D AND ID", 60),
       Repeat("IIf(1=1,", 5000) + "1=1" + Repeat(",0)", 5000),
       "ID IN (" + Repeat("1,", 400000) + "1)",
       "ID IN (SELECT M0.ID FROM MILL M0" + Repeat(" INNER JOIN MILL ON 1=1", 30000) + ")",
@@ -71,11 +75,26 @@ TEST_F(HostileTextTest, CriteriaAreRefusedAndHarmless) {
   EXPECT_EQ(Contents(), before);
 }
 
-TEST_F(HostileTextTest, EndlessSearchIsStopped) {
-  for (int i = 0; i < 6; ++i) Execute("INSERT INTO MILL (Name, D) SELECT Name, D FROM MILL");
+TEST_F(HostileTextTest, EndlessSearchAndEndlessTriggerAreStopped) {
+  Execute(
+      "CREATE TRIGGER ENDLESS AFTER UPDATE ON COATING BEGIN INSERT INTO COATING (ID)"
+      " WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n) SELECT i FROM n"
+      " WHERE i < 0; END");
+  std::jthread editor([this] {
+    CDaoDatabase database;
+    database.Open(Path());
+    CDaoRecordset coatings(&database);
+    coatings.Open(dbOpenDynaset, "SELECT * FROM COATING");
+    coatings.Edit();
+    coatings.SetFieldValue("Name", Text("new").get());
+    EXPECT_THROW(coatings.Update(), CDaoException);
+    EXPECT_EQ(Show(coatings.GetFieldValue("Name")), "'new'");  // still being edited
+    coatings.MoveFirst();
+    EXPECT_EQ(Show(coatings.GetFieldValue("Name")), "'TiN'");
+  });
   std::string sources = "MILL A0";
   std::string sum = "A0.ID";
-  for (int i = 1; i < 10; ++i) {
+  for (int i = 1; i < 40; ++i) {
     sources += ", MILL A" + std::to_string(i);
     sum += " + A" + std::to_string(i) + ".ID";
   }
