@@ -21,7 +21,7 @@ class Connection;
 class QuerySource;
 
 /// Who wrote a statement's text: the layer itself, or (wholly or in part) a host or a stored
-/// query. The latter may only read, call listed functions, and run for a limited time.
+/// query. The latter may only read and call listed functions. Either runs for a limited time.
 enum class Origin { Own, Host };
 
 /// A prepared statement. Every use runs it to its end or resets it before the operation returns,
