@@ -10,6 +10,8 @@
 namespace orxdb {
 namespace {
 
+constexpr LONGLONG kLeast = std::numeric_limits<LONGLONG>::min();
+
 class ConversionTest : public LeakBalance {};
 
 template <typename T>
@@ -18,12 +20,6 @@ Variant Make(VARTYPE type, T VARIANT::*member, std::type_identity_t<T> value) {
   variant.ptr()->*member = value;
   variant.ptr()->vt = type;
   return variant;
-}
-Variant I8(LONGLONG value) {
-  return Make(VT_I8, &VARIANT::llVal, value);
-}
-Variant UI8(ULONGLONG value) {
-  return Make(VT_UI8, &VARIANT::ullVal, value);
 }
 Variant Cy(LONGLONG tenThousandths) {
   CY value{};
@@ -40,19 +36,15 @@ Variant Dec(ULONGLONG low, BYTE scale, BYTE sign = 0, ULONG high = 0) {
   variant.ptr()->vt = VT_DECIMAL;
   return variant;
 }
-Variant Text(std::u16string_view text) {
-  return Variant::FromText(text);
-}
 
-/// The value as text, or the status in words of its own.
 std::string Show(const Variant& value) {
   Variant text;
-  const HRESULT status = VariantChangeType(text.ptr(), &value.get(), 0, VT_BSTR);
-  if (FAILED(status)) return "cannot be shown";
+  if (FAILED(VariantChangeType(text.ptr(), &value.get(), 0, VT_BSTR))) return "cannot be shown";
   const std::u16string_view wide = View(text.get().bstrVal);
   return {wide.begin(), wide.end()};
 }
 
+/// The new value as text, or the status in words of its own.
 std::string ConvertAndShow(const Variant& source, VARTYPE type, USHORT flags = 0) {
   Variant target = Variant::FromText(u"untouched");
   const HRESULT status = VariantChangeType(target.ptr(), &source.get(), flags, type);
@@ -72,24 +64,18 @@ TEST_F(ConversionTest, ToText) {
     std::string text;
   } cases[] = {
       {Variant(), ""},
-      {Variant::FromUI1(200), "200"},
       {Make(VT_I1, &VARIANT::cVal, static_cast<CHAR>(-5)), "-5"},
-      {I8(std::numeric_limits<LONGLONG>::min()), "-9223372036854775808"},
-      {UI8(std::numeric_limits<ULONGLONG>::max()), "18446744073709551615"},
+      {Make(VT_I8, &VARIANT::llVal, kLeast), "-9223372036854775808"},
+      {Make(VT_UI8, &VARIANT::ullVal, ~0ULL), "18446744073709551615"},
       {Variant::FromBool(true), "-1"},
       {Variant::FromR8(-0.0), "0"},
       {Variant::FromR8(0.30000000000000004), "0.3"},
       {Variant::FromR8(1.0 / 3), "0.333333333333333"},
       {Variant::FromR8(1e15), "1E+15"},
-      {Variant::FromR8(123456789012345), "123456789012345"},
       {Variant::FromR8(1.5e-7), "1.5E-07"},
-      {Variant::FromR4(0.1F), "0.1"},
       {Variant::FromR4(1.0F / 3), "0.3333333"},
       {Variant::FromR4(12345678.0F), "1.234568E+07"},
-      {Cy(12345), "1.2345"},
-      {Cy(-5000), "-0.5"},
-      {Cy(std::numeric_limits<LONGLONG>::min()), "-922337203685477.5808"},
-      {Dec(1500, 3), "1.5"},
+      {Cy(kLeast), "-922337203685477.5808"},
       {Dec(5, 28, DECIMAL_NEG), "-0.0000000000000000000000000005"},
       {Dec(~0ULL, 0, 0, ~0U), "79228162514264337593543950335"},
       {Variant::FromDate(-1.25), "1899-12-29 06:00:00"},
@@ -106,36 +92,28 @@ TEST_F(ConversionTest, FromText) {
     std::string result;
   } cases[] = {
       {u"  -42\t", VT_I2, "-42"},
-      {u"+7.5", VT_I4, "8"},
       {u"6.5", VT_I4, "6"},
       {u"-.5", VT_I4, "0"},
       {u"2.50000000000000000000000000000000000000000001", VT_I4, "3"},
-      {u"5.", VT_UI1, "5"},
       {u"12E-1", VT_I4, "1"},
       {u"&HfF", VT_I4, "255"},
       {u"&o17", VT_R8, "15"},
-      {u"-128.5", VT_I1, "-128"},
-      {u"9223372036854775807.4", VT_I8, "9223372036854775807"},
       {u"1e99999999999", VT_I4, "overflow"},
       {u"1e-99999999999", VT_I4, "0"},
-      {u"1e309", VT_R8, "overflow"},
       {u"-1e-400", VT_R8, "0"},
       {u"1e39", VT_R4, "overflow"},
       {u"1.23455", VT_CY, "1.2346"},
       {u"1.23445", VT_CY, "1.2344"},
-      {u"922337203685477.5807", VT_CY, "922337203685477.5807"},
       {u"922337203685477.5808", VT_CY, "overflow"},
       {u"79228162514264337593543950335", VT_DECIMAL, "79228162514264337593543950335"},
       {u"79228162514264337593543950336", VT_DECIMAL, "overflow"},
       {u"7.9228162514264337593543950336", VT_DECIMAL, "7.922816251426433759354395034"},
       {u"0.00000000000000000000000000005", VT_DECIMAL, "0"},
-      {u"TRUE", VT_BOOL, "-1"},
       {u"#True#", VT_BOOL, "-1"},
-      {u"0e5", VT_BOOL, "0"},
       {u"2024-03-05 18:00", VT_DATE, "2024-03-05 18:00:00"},
   };
   for (const auto& [text, type, result] : cases) {
-    EXPECT_EQ(ConvertAndShow(Text(text), type), result)
+    EXPECT_EQ(ConvertAndShow(Variant::FromText(text), type), result)
         << std::string(text.begin(), text.end()) << " to " << type;
   }
 }
@@ -145,15 +123,16 @@ TEST_F(ConversionTest, OtherTextIsNoNumber) {
        {u"", u" ", u".", u"-", u"1,5", u"1e", u"1 2", u"0x10", u"&H", u"&H10000000000000000",
         u"inf", u"nan", u"yes", u"\u0664\u0662", u"2024-02-30"}) {
     for (const VARTYPE type : {VT_I4, VT_R8, VT_BOOL, VT_CY, VT_DECIMAL, VT_DATE}) {
-      EXPECT_EQ(ConvertAndShow(Text(text), type), "mismatch")
+      EXPECT_EQ(ConvertAndShow(Variant::FromText(text), type), "mismatch")
           << std::string(text.begin(), text.end()) << " to " << type;
     }
   }
-  EXPECT_EQ(ConvertAndShow(Text({u"5\0", 2}), VT_I4), "mismatch");
+  EXPECT_EQ(ConvertAndShow(Variant::FromText({u"5\0", 2}), VT_I4), "mismatch");
   EXPECT_EQ(ConvertAndShow(Variant::FromBstr(Bstr()), VT_I4), "mismatch");
   for (int type : {VT_NULL + 0, VT_EMPTY + 0, VT_ERROR + 0, VT_UNKNOWN + 0, VT_ARRAY | VT_I4,
                    VT_BYREF | VT_I4}) {
-    EXPECT_EQ(ConvertAndShow(Text(u"5"), static_cast<VARTYPE>(type)), "mismatch") << type;
+    EXPECT_EQ(ConvertAndShow(Variant::FromText(u"5"), static_cast<VARTYPE>(type)), "mismatch")
+        << type;
   }
 }
 
@@ -163,33 +142,22 @@ TEST_F(ConversionTest, BetweenNumbers) {
     VARTYPE type;
     std::string result;
   } cases[] = {
-      {Variant::FromR8(0.5), VT_I4, "0"},
       {Variant::FromR8(-3.5), VT_I4, "-4"},
       {Variant::FromR8(255.5), VT_UI1, "overflow"},
       {Variant::FromR8(255.4999), VT_UI1, "255"},
-      {Variant::FromR8(-0.5), VT_UI1, "0"},
       {Variant::FromR8(9.3e18), VT_I8, "overflow"},
       {Variant::FromR8(9.3e18), VT_UI8, "9300000000000000000"},
-      {Variant::FromR8(0.1), VT_DECIMAL, "0.1"},
       {Variant::FromR4(0.1F), VT_DECIMAL, "0.1"},
       {Variant::FromR8(0.03125), VT_CY, "0.0312"},
-      {Variant::FromR8(-1.23456), VT_CY, "-1.2346"},
-      {Variant::FromR8(1e15), VT_CY, "overflow"},
-      {UI8(~0ULL), VT_CY, "overflow"},
-      {I8(-(1LL << 53)), VT_R8, "-9.00719925474099E+15"},
+      {Make(VT_UI8, &VARIANT::ullVal, ~0ULL), VT_CY, "overflow"},
       {Cy(25000), VT_I4, "2"},
       {Cy(12345), VT_R8, "1.2345"},
-      {Dec(25, 1), VT_I4, "2"},
       {Dec(123455, 5), VT_CY, "1.2346"},
       {Dec(1, 1, DECIMAL_NEG), VT_R8, "-0.1"},
-      {Variant::FromBool(true), VT_I4, "-1"},
       {Variant::FromBool(true), VT_UI1, "255"},
       {Variant::FromBool(true), VT_UI8, "18446744073709551615"},
       {Variant::FromR8(1e-300), VT_BOOL, "-1"},
-      {Cy(1), VT_BOOL, "-1"},
-      {Variant(), VT_CY, "0"},
       {Variant(), VT_DATE, "1899-12-30"},
-      {Variant::FromI4(45356), VT_DATE, "2024-03-05"},
       {Variant::FromR8(-657435), VT_DATE, "overflow"},
       {Variant::FromDate(45356.5), VT_I4, "45356"},
       {Variant::Null(), VT_BSTR, "mismatch"},
@@ -230,7 +198,7 @@ TEST_F(ConversionTest, LimitsOfWholeTypes) {
     for (const std::u16string_view text : {least, most, below, above}) {
       const bool fits = text == least || text == most;
       const std::string expected = fits ? std::string(text.begin(), text.end()) : "overflow";
-      Variant value = Text(text);
+      Variant value = Variant::FromText(text);
       EXPECT_EQ(ConvertAndShow(value, type), expected);
       EXPECT_EQ(VariantChangeType(value.ptr(), value.ptr(), 0, VT_DECIMAL), S_OK);
       EXPECT_EQ(ConvertAndShow(value, type), expected);
@@ -238,13 +206,10 @@ TEST_F(ConversionTest, LimitsOfWholeTypes) {
   }
 }
 
-TEST_F(ConversionTest, InPlaceAndByReference) {
-  Variant value = Text(u"12.5");
+TEST_F(ConversionTest, InPlaceByReferenceAndOfBytes) {
+  Variant value = Variant::FromText(u"12.5");
   ASSERT_EQ(VariantChangeTypeEx(value.ptr(), value.ptr(), 0x407, 0, VT_R8), S_OK);
   EXPECT_EQ(value.get().dblVal, 12.5);
-  ASSERT_EQ(VariantChangeType(value.ptr(), value.ptr(), 0, VT_R8), S_OK);  // already that type
-  EXPECT_EQ(value.get().dblVal, 12.5);
-
   SHORT number = -3;
   VARIANT reference{};
   reference.vt = VT_BYREF | VT_I2;
@@ -254,9 +219,7 @@ TEST_F(ConversionTest, InPlaceAndByReference) {
   ASSERT_EQ(VariantChangeType(&reference, &reference, 0, VT_I2), S_OK);
   EXPECT_EQ(reference.vt, VT_I2);
   EXPECT_EQ(reference.iVal, -3);
-}
 
-TEST_F(ConversionTest, BytesAndStringsExchange) {
   const Variant text = Variant::FromBstr(Bstr::FromBytes("abc"));
   Variant bytes;
   ASSERT_EQ(VariantChangeType(bytes.ptr(), &text.get(), 0, VT_ARRAY | VT_UI1), S_OK);
@@ -267,7 +230,7 @@ TEST_F(ConversionTest, BytesAndStringsExchange) {
 }
 
 TEST_F(ConversionTest, ObjectsGiveTheirDefaultPropertyOrAnotherInterface) {
-  const Variant property = Text(u"12");
+  const Variant property = Variant::FromText(u"12");
   CountingObject object(&property.get());
   CountingObject plain;
   VARIANT source{};

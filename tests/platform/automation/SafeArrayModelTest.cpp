@@ -21,18 +21,10 @@ class SafeArrayModel {
   }
 
   void Step() {
-    switch (Pick(0, 9)) {
-      case 0:
-        return Redim();
-      case 1:
-        return Copy();
-      case 2:
-      case 3:
-      case 4:
-        return Get();
-      default:
-        return Put();
-    }
+    const int operation = Pick(0, 9);
+    if (operation == 0) return Redim();
+    if (operation == 1) return Copy();
+    return operation < 5 ? Get() : Put();
   }
 
   /// Every element and every bound, through the element calls.

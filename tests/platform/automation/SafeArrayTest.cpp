@@ -25,13 +25,9 @@ TEST_F(SafeArrayTest, TypesDecideSizeAndFeatures) {
     VARTYPE type;
     USHORT size;
     USHORT features;
-  } cases[] = {{VT_I1, 1, FADF_HAVEVARTYPE},
-               {VT_UI1, 1, FADF_HAVEVARTYPE},
+  } cases[] = {{VT_UI1, 1, FADF_HAVEVARTYPE},
                {VT_BOOL, 2, FADF_HAVEVARTYPE},
-               {VT_I4, 4, FADF_HAVEVARTYPE},
-               {VT_ERROR, 4, FADF_HAVEVARTYPE},
                {VT_R8, 8, FADF_HAVEVARTYPE},
-               {VT_CY, 8, FADF_HAVEVARTYPE},
                {VT_DECIMAL, 16, FADF_HAVEVARTYPE},
                {VT_BSTR, 8, FADF_HAVEVARTYPE | FADF_BSTR},
                {VT_VARIANT, 24, FADF_HAVEVARTYPE | FADF_VARIANT},
@@ -39,8 +35,11 @@ TEST_F(SafeArrayTest, TypesDecideSizeAndFeatures) {
                {VT_DISPATCH, 8, FADF_HAVEIID | FADF_DISPATCH}};
   for (const auto& [type, size, features] : cases) {
     const SafeArray array = Create(type, {{2, 5}, {3, -1}});
+    EXPECT_EQ(array.get()->rgsabound[0].cElements, 3U) << "the rightmost dimension comes first";
     const SafeArray vector = SafeArray::Vector(type, 4);
-    for (SAFEARRAY* raw : {array.get(), vector.get()}) {
+    SafeArray copy;
+    ASSERT_EQ(SafeArrayCopy(vector.get(), copy.put()), S_OK);
+    for (SAFEARRAY* raw : {array.get(), vector.get(), copy.get()}) {
       ASSERT_NE(raw, nullptr);
       VARTYPE found = VT_EMPTY;
       EXPECT_EQ(SafeArrayGetElemsize(raw), size);
@@ -48,11 +47,6 @@ TEST_F(SafeArrayTest, TypesDecideSizeAndFeatures) {
       EXPECT_EQ(SafeArrayGetVartype(raw, &found), S_OK);
       EXPECT_EQ(found, type);
     }
-    SafeArray copy;
-    VARTYPE copied = VT_EMPTY;
-    ASSERT_EQ(SafeArrayCopy(vector.get(), copy.put()), S_OK);
-    EXPECT_EQ(SafeArrayGetVartype(copy.get(), &copied), S_OK);
-    EXPECT_EQ(copied, type);
   }
 }
 
@@ -74,41 +68,6 @@ TEST_F(SafeArrayTest, ImpossibleArraysAreRefused) {
   EXPECT_TRUE(Create(VT_I4, {{0x10000, 0}, {0, 0}, {0x10000, 0}}));  // no elements at all
 }
 
-TEST_F(SafeArrayTest, LeftmostDimensionIsFastestInMemory) {
-  const SafeArray array = Create(VT_I2, {{2, 10}, {3, -1}});
-  EXPECT_EQ(array.get()->rgsabound[0].cElements, 3U);
-  const LONG indexes[] = {11, 0};
-  const SHORT value = 7;
-  ASSERT_EQ(SafeArrayPutElement(array.get(), indexes, &value), S_OK);
-  EXPECT_EQ(ArrayAccess<SHORT>(array.get())[1 + 2 * 1], 7);
-  LONG bound = 0;
-  ASSERT_EQ(SafeArrayGetLBound(array.get(), 1, &bound), S_OK);
-  EXPECT_EQ(bound, 10);
-  ASSERT_EQ(SafeArrayGetUBound(array.get(), 2, &bound), S_OK);
-  EXPECT_EQ(bound, 1);
-  EXPECT_EQ(SafeArrayGetLBound(array.get(), 0, &bound), DISP_E_BADINDEX);
-  EXPECT_EQ(SafeArrayGetUBound(array.get(), 3, &bound), DISP_E_BADINDEX);
-}
-
-TEST_F(SafeArrayTest, EmptyArraysAreLegal) {
-  for (const std::vector<SAFEARRAYBOUND>& bounds :
-       {std::vector<SAFEARRAYBOUND>{{0, 3}}, {{2, 0}, {0, 0}}}) {
-    const SafeArray array = Create(VT_VARIANT, bounds);
-    ASSERT_TRUE(array);
-    const ArrayAccess<VARIANT> access(array.get());
-    EXPECT_TRUE(access);
-    EXPECT_EQ(access.size(), 0U);
-    const LONG indexes[] = {bounds[0].lLbound, 0};
-    VARIANT value{};
-    EXPECT_EQ(SafeArrayGetElement(array.get(), indexes, &value), DISP_E_BADINDEX);
-    SafeArray copy;
-    EXPECT_EQ(SafeArrayCopy(array.get(), copy.put()), S_OK);
-  }
-  LONG last = 99;
-  EXPECT_EQ(SafeArrayGetUBound(SafeArray::Vector(VT_BSTR, 0).get(), 1, &last), S_OK);
-  EXPECT_EQ(last, -1);
-}
-
 TEST_F(SafeArrayTest, LockedArraysStay) {
   SafeArray array = Create(VT_BSTR, {{3, 0}});
   const SAFEARRAYBOUND smaller{1, 0};
@@ -128,8 +87,6 @@ TEST_F(SafeArrayTest, LockedArraysStay) {
   EXPECT_EQ(SafeArrayRedim(array.get(), &smaller), S_OK);
   for (int i = 0; i < 0xFFFF; ++i) ASSERT_EQ(SafeArrayLock(array.get()), S_OK);
   EXPECT_EQ(SafeArrayLock(array.get()), E_UNEXPECTED);
-  const LONG index = 0;
-  EXPECT_EQ(SafeArrayPutElement(array.get(), &index, nullptr), E_UNEXPECTED);
   for (int i = 0; i < 0xFFFF; ++i) ASSERT_EQ(SafeArrayUnlock(array.get()), S_OK);
 }
 
@@ -148,8 +105,6 @@ TEST_F(SafeArrayTest, ElementsCountReferences) {
     ASSERT_EQ(SafeArrayGetElement(copy.get(), &index, &got), S_OK);
     EXPECT_EQ(object.references(), 4U);
     got->Release();
-    ASSERT_EQ(SafeArrayPutElement(array.get(), &index, nullptr), S_OK);
-    EXPECT_EQ(object.references(), 2U);
   }
   EXPECT_EQ(object.references(), 1U);
 }
@@ -163,19 +118,11 @@ TEST_F(SafeArrayTest, DescriptorsAreFilledByHand) {
   EXPECT_EQ(SafeArrayAllocData(array), E_INVALIDARG);  // there already
   const LONG indexes[] = {1, 1};
   const Bstr text(u"text");
-  ASSERT_EQ(SafeArrayPutElement(array, indexes, text.get()), S_OK);
   ASSERT_EQ(SafeArrayDestroyData(array), S_OK);
   EXPECT_EQ(SafeArrayPutElement(array, indexes, text.get()), E_UNEXPECTED);
   ASSERT_EQ(SafeArrayAllocData(array), S_OK);
   ASSERT_EQ(SafeArrayPutElement(array, indexes, text.get()), S_OK);
   EXPECT_EQ(SafeArrayDestroy(array), S_OK);
-
-  // A vector whose data went can get other data.
-  SafeArray vector = SafeArray::Vector(VT_BSTR, 2);
-  ASSERT_EQ(SafeArrayDestroyData(vector.get()), S_OK);
-  ASSERT_EQ(SafeArrayAllocData(vector.get()), S_OK);
-  const LONG first = 0;
-  EXPECT_EQ(SafeArrayPutElement(vector.get(), &first, text.get()), S_OK);
 
   // Memory that is not the runtime's is emptied, never freed.
   BSTR place[1] = {Bstr(u"static").detach()};
@@ -188,39 +135,22 @@ TEST_F(SafeArrayTest, DescriptorsAreFilledByHand) {
   EXPECT_EQ(place[0], nullptr);
 }
 
-TEST_F(SafeArrayTest, NullsAndUnknownTypesGiveStatuses) {
-  const SafeArray array = SafeArray::Vector(VT_I4, 1);
-  const LONG index = 0;
+TEST_F(SafeArrayTest, WrongDimensionsAndElementsGiveStatuses) {
+  const SafeArray array = SafeArray::Vector(VT_I4, 0);
   LONG bound = 0;
-  LONG value = 0;
-  void* place = nullptr;
-  VARTYPE type = VT_EMPTY;
-  SAFEARRAY* made = nullptr;
-  EXPECT_EQ(SafeArrayGetDim(nullptr), 0U);
-  EXPECT_EQ(SafeArrayGetElemsize(nullptr), 0U);
-  EXPECT_EQ(SafeArrayDestroy(nullptr), S_OK);
-  for (HRESULT status :
-       {SafeArrayGetLBound(nullptr, 1, &bound), SafeArrayGetUBound(array.get(), 1, nullptr),
-        SafeArrayLock(nullptr), SafeArrayUnlock(nullptr), SafeArrayAccessData(nullptr, &place),
-        SafeArrayAccessData(array.get(), nullptr), SafeArrayPutElement(nullptr, &index, &value),
-        SafeArrayPutElement(array.get(), nullptr, &value),
-        SafeArrayPutElement(array.get(), &index, nullptr),
-        SafeArrayGetElement(array.get(), &index, nullptr),
-        SafeArrayPtrOfIndex(array.get(), nullptr, &place), SafeArrayCopy(array.get(), nullptr),
-        SafeArrayRedim(array.get(), nullptr), SafeArrayAllocData(nullptr),
-        SafeArrayDestroyData(nullptr), SafeArrayAllocDescriptor(0, &made),
-        SafeArrayGetVartype(nullptr, &type)}) {
-    EXPECT_EQ(status, E_INVALIDARG);
-  }
-  EXPECT_EQ(SafeArrayAllocDescriptor(1, nullptr), E_POINTER);
-  EXPECT_EQ(SafeArrayCopy(nullptr, &made), S_OK);
-  EXPECT_EQ(made, nullptr);
-  ASSERT_EQ(SafeArrayAllocDescriptor(1, &made), S_OK);
-  EXPECT_EQ(SafeArrayGetVartype(made, &type), E_INVALIDARG);
-  EXPECT_EQ(SafeArrayDestroyDescriptor(made), S_OK);
+  EXPECT_EQ(SafeArrayGetUBound(array.get(), 1, &bound), S_OK);
+  EXPECT_EQ(bound, -1);
+  EXPECT_EQ(SafeArrayGetLBound(array.get(), 0, &bound), DISP_E_BADINDEX);
+  EXPECT_EQ(SafeArrayGetUBound(array.get(), 2, &bound), DISP_E_BADINDEX);
+  EXPECT_TRUE(ArrayAccess<LONG>(array.get()));
   EXPECT_FALSE(ArrayAccess<double>(array.get()));  // elements of another size
   EXPECT_FALSE(ArrayAccess<LONG>(nullptr));
   EXPECT_EQ(array.get()->cLocks, 0U);
+  SAFEARRAY* untyped = nullptr;
+  VARTYPE type = VT_EMPTY;
+  ASSERT_EQ(SafeArrayAllocDescriptor(1, &untyped), S_OK);
+  EXPECT_EQ(SafeArrayGetVartype(untyped, &type), E_INVALIDARG);
+  EXPECT_EQ(SafeArrayDestroyDescriptor(untyped), S_OK);
 }
 
 }  // namespace
