@@ -154,9 +154,11 @@ SqlText ExpressionTranslator::Source(SelectText& select) {
   CountOperation();
   if (Skip("(")) {
     const bool rows = Next().IsWord("SELECT");
-    SqlText inner{"(", {}};
+    // Without the word MATERIALIZED SQLite puts the inner expressions into the outer ones, as often
+    // as these name them: a few levels would be enough to use up all memory.
+    SqlText inner{rows ? "(WITH orx_rows AS MATERIALIZED (" : "(", {}};
     inner.Append(rows ? Select().Ordered() : JoinedSources(select));
-    inner.Append(")");
+    inner.Append(rows ? ") SELECT * FROM orx_rows)" : ")");
     Expect(")");
     if (rows) {
       Skip("AS");
