@@ -267,7 +267,10 @@ Expression ExpressionTranslator::Compared(const Expression& left, std::string_vi
 
 Expression ExpressionTranslator::Like(const Expression& left) {
   const Expression pattern = Concatenation();
-  return Made(Fill("orx_like($1, $2)", {AsValue(pattern), AsValue(left)}), ValueKind::Condition);
+  // Numbers are compared as people write them: 6, not 6.0.
+  const char* const form =
+      left.kind == ValueKind::Text ? "orx_like($1, $2)" : "orx_like($1, orx_text($2))";
+  return Made(Fill(form, {AsValue(pattern), AsValue(left)}), ValueKind::Condition);
 }
 
 Expression ExpressionTranslator::Between(const Expression& left) {

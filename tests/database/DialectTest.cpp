@@ -60,6 +60,7 @@ TEST_F(DialectTest, CriteriaSelectRecords) {
       {"Name LIKE '%mill%'", ""},
       {"Name LIKE '*[6'", ""},
       {"Name NOT LIKE '*mill*'", "345"},
+      {"D LIKE '6' OR D LIKE '2.?'", "13"},
       // Numbers, flags, dates, nulls.
       {"D = 6.000000", "1"},
       {"D BETWEEN 10 AND 2.5", "123"},
