@@ -185,7 +185,7 @@ std::vector<OrderTerm> ExpressionTranslator::OrderTerms() {
   do {
     OrderTerm term;
     if (const auto* position = std::get_if<std::int64_t>(&Next().number)) {
-      term.expression.text = std::to_string(*position);
+      term.expression.text = std::to_string(*position) + " COLLATE NOCASE";  // no matter to numbers
       ++m_at;
     } else {
       const Expression expression = Condition();

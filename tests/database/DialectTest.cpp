@@ -148,6 +148,8 @@ TEST_F(DialectTest, SelectsGiveRows) {
       {"SELECT * FROM Q_MILL ORDER BY MILL.ID DESC", "54321"},
       {"SELECT * FROM Q_HEAD ORDER BY [MILL.ID] DESC", "54321"},
       {"SELECT * FROM Q_HEAD ORDER BY CName DESC, Name", "41253"},
+      {"SELECT Name FROM MILL WHERE Name LIKE 'e*' OR D = 0.1 ORDER BY 1 DESC",
+       "'Fräser''End Mill 6''end mill 10'"},
       {"SELECT [Name] FROM COATING ORDER BY [Name]", "'TiAlN''TiN'"},
       {"SELECT [D] FROM Q_MILL WHERE [D]<=6.000000 AND [Flutes]>=2.000000 ORDER BY [D]", "0.12.56"},
       {"SELECT * FROM MILL WHERE [Name] = 'END MILL 6'", "1"},
