@@ -57,24 +57,31 @@ class RandomArguments {
   }
 
   Variant Number() {
-    const int kind = Below(6);
-    if (kind == 0) return Variant::Null();
-    if (kind == 1) return Variant::FromI4(Below(2) ? Below(5) : static_cast<LONG>(m_random()));
-    if (kind == 2) return Variant::FromR8(std::ldexp(Below(1000) - 500, Below(80) - 20));
-    if (kind == 3) return Variant::FromUI1(200);
-    return {};
+    switch (Below(6)) {
+      case 0:
+        return Variant::Null();
+      case 1:
+        return Variant::FromI4(Below(2) ? Below(5) : static_cast<LONG>(m_random()));
+      case 2:
+        return Variant::FromR8(std::ldexp(Below(1000) - 500, Below(80) - 20));
+      case 3:
+        return Below(2) ? Variant::FromBool(true) : Variant::FromUI1(200);
+      default:
+        return {};
+    }
   }
 
   Variant Value(int depth) {
-    switch (Below(depth > 0 ? 8 : 5)) {
+    switch (Below(depth > 0 ? 10 : 7)) {
       case 0:
       case 1:
+      case 2:
         return Number();
-      case 5:
-        return Array(VT_BSTR, [this] { return Text().detach().bstrVal; });
-      case 6:
-        return Array(VT_VARIANT, [this, depth] { return Value(depth - 1).detach(); });
       case 7:
+        return Array(VT_BSTR, [this] { return Text().detach().bstrVal; });
+      case 8:
+        return Array(VT_VARIANT, [this, depth] { return Value(depth - 1).detach(); });
+      case 9:
         return OddArray();
       default:
         return Text();
@@ -88,12 +95,13 @@ class RandomArguments {
     return Variant::FromArray(type, std::move(array));
   }
 
-  /// Null or of other bounds and dimensions.
+  /// Null, of two dimensions, or of bytes.
   Variant OddArray() {
     SafeArray array;
+    const VARTYPE type = Below(2) ? VT_VARIANT : VT_UI1;
     const SAFEARRAYBOUND bounds[] = {{2, -5}, {static_cast<ULONG>(Below(3)), 7}};
-    if (Below(3)) array.attach(SafeArrayCreate(VT_UI1, static_cast<UINT>(1 + Below(2)), bounds));
-    return Variant::FromArray(VT_UI1, std::move(array));
+    if (Below(3)) array.attach(SafeArrayCreate(type, static_cast<UINT>(1 + Below(2)), bounds));
+    return Variant::FromArray(type, std::move(array));
   }
 
   std::mt19937 m_random;
@@ -132,6 +140,7 @@ TEST_F(InvokeFuzzTest, RandomArgumentsGiveStandardStatuses) {
   const auto seed =
       static_cast<unsigned>(Setting("ORXDB_FUZZ_SEED", static_cast<int>(std::random_device()())));
   std::printf("ORXDB_FUZZ_SEED=%u\n", seed);
+  RecordProperty("seed", std::to_string(seed));
   OpenSeeded();
   RandomArguments arguments(seed);
   std::map<HRESULT, int> seen;

@@ -59,36 +59,48 @@ class InvokeTest : public ComponentTest {
     EXPECT_EQ(m_db->GetIDsOfNames(IID_NULL, pointers.data(), count, 0, ids.data()), expected);
     return ids;
   }
-
-  /// Calls without asking for anything but the status.
-  HRESULT Bare(DISPID id, DISPPARAMS params) {
-    return m_db->Invoke(id, IID_NULL, 0, DISPATCH_METHOD, &params, nullptr, nullptr, nullptr);
-  }
 };
 
 TEST_F(InvokeTest, FindsIdentifiersByNameInAnyCase) {
   using Numbers = std::vector<DISPID>;
+  EXPECT_EQ(Ids({u"SetMdbFile"}, S_OK), (Numbers{1}));
   EXPECT_EQ(Ids({u"gettooltypesBYSTOREDQUERY", u"PTYPES", u"bstrQueryName"}, S_OK),
             (Numbers{41, 1, 0}));
   EXPECT_EQ(Ids({u"GetNextTool", u"pPropNames", u"pProps"}, DISP_E_UNKNOWNNAME),
             (Numbers{4, -1, 1}));
   EXPECT_EQ(Ids({u"Quit", u"pProps"}, DISP_E_UNKNOWNNAME), (Numbers{-1, -1}));
+  EXPECT_EQ(Ids({u""}, DISP_E_UNKNOWNNAME), (Numbers{-1}));
   EXPECT_EQ(Ids({}, E_INVALIDARG), Numbers{});
+  OLECHAR name[] = u"SetMdbFile";
+  LPOLESTR names = name;
+  DISPID id = 5;
+  EXPECT_EQ(m_db->GetIDsOfNames(IID_IDispatch, &names, 1, 0, &id), DISP_E_UNKNOWNINTERFACE);
+  EXPECT_EQ(m_db->GetIDsOfNames(IID_NULL, nullptr, 1, 0, &id), E_INVALIDARG);
+  EXPECT_EQ(m_db->GetIDsOfNames(IID_NULL, &names, 1, 0, nullptr), E_INVALIDARG);
 }
 
 TEST_F(InvokeTest, RefusesWhatIsNoCall) {
   std::vector<VARIANT> none;
   const DISPID open = IdOf(*m_db, u"OpenDefaultDataBase");
-  for (const WORD flags : {DISPATCH_PROPERTYGET, WORD{DISPATCH_METHOD | DISPATCH_PROPERTYPUT}}) {
+  for (const WORD flags : {DISPATCH_PROPERTYGET, DISPATCH_PROPERTYPUT, DISPATCH_PROPERTYPUTREF,
+                           WORD{DISPATCH_METHOD | DISPATCH_PROPERTYPUT}, WORD{0}}) {
     EXPECT_EQ(Invoke(*m_db, open, none, {}, flags).status, DISP_E_MEMBERNOTFOUND) << flags;
   }
   EXPECT_EQ(Invoke(*m_db, open, none, {}, DISPATCH_METHOD | DISPATCH_PROPERTYGET).status, S_OK);
   for (const DISPID id : {0, -1, 42, INT_MIN, INT_MAX}) {
     EXPECT_EQ(Invoke(*m_db, id, none).status, DISP_E_MEMBERNOTFOUND) << id;
   }
-  EXPECT_EQ(Bare(open, {}), S_OK);
-  EXPECT_EQ(Bare(open, {nullptr, nullptr, 0, 1}), E_INVALIDARG);
-  EXPECT_EQ(Bare(open, {nullptr, nullptr, 1, 0}), E_INVALIDARG);
+  DISPPARAMS params{};
+  const auto invoke = [&](REFIID iid, DISPPARAMS* given) {
+    return m_db->Invoke(open, iid, 0, DISPATCH_METHOD, given, nullptr, nullptr, nullptr);
+  };
+  EXPECT_EQ(invoke(IID_IDispatch, &params), DISP_E_UNKNOWNINTERFACE);
+  EXPECT_EQ(invoke(IID_NULL, nullptr), E_INVALIDARG);
+  EXPECT_EQ(invoke(IID_NULL, &params), S_OK);
+  params.cNamedArgs = 1;
+  EXPECT_EQ(invoke(IID_NULL, &params), E_INVALIDARG);
+  params.cArgs = 1;
+  EXPECT_EQ(invoke(IID_NULL, &params), E_INVALIDARG);
 }
 
 // VariantToUIString(pvarValue, bstrValue, iPrecision = -1)
@@ -111,13 +123,16 @@ TEST_F(InvokeTest, SortsArgumentsByPositionAndName) {
            Case{{two, out, half}, {}, S_OK, 99, u"0.50"},
            {{out, half}, {}, S_OK, 99, u"0.5"},
            {{missing, out, half}, {}, S_OK, 99, u"0.5"},
+           {{two, out, half}, {2}, S_OK, 99, u"0.50"},
            {{half, two, out}, {0, 2, 1}, S_OK, 99, u"0.50"},
            {{half, out}, {0, 1}, S_OK, 99, u"0.5"},
+           {{half}, {}, DISP_E_BADPARAMCOUNT},
            {{}, {}, DISP_E_BADPARAMCOUNT},
            {{two, two, out, half}, {}, DISP_E_BADPARAMCOUNT},
            {{two, half}, {2}, DISP_E_PARAMNOTOPTIONAL},
            {{missing, half}, {}, DISP_E_PARAMNOTOPTIONAL, 0},
            {{two, out, missing}, {}, DISP_E_PARAMNOTOPTIONAL, 2},
+           {{two, out, half}, {3}, DISP_E_PARAMNOTFOUND, 0},
            {{two, out, half}, {2, -3}, DISP_E_PARAMNOTFOUND, 1},
            {{two, out, half}, {1}, DISP_E_PARAMNOTFOUND, 0},
            {{two, two, half}, {2, 2}, DISP_E_PARAMNOTFOUND, 1},
@@ -148,6 +163,7 @@ TEST_F(InvokeTest, WalksLikeAScript) {
     found.emplace_back(View(ArrayAccess<VARIANT>(values.get().parray)[1].bstrVal));
   }
   EXPECT_EQ(found, (std::vector<std::u16string>{u"M10", u"M6"}));
+  EXPECT_EQ(db.call(u"NoSuchMethod"), DISP_E_UNKNOWNNAME);
   EXPECT_EQ(db.call(u"GetFirstTool", Variant::FromText(u"NONE"), &names, &values),
             DISP_E_EXCEPTION);
   EXPECT_EQ(db.error(), u"ORX DB Error");
@@ -164,7 +180,9 @@ TEST_F(InvokeTest, FailingMethodsAreExceptionsWithTheErrorReport) {
   EXPECT_EQ(answer.exception, kReportedError);
   EXPECT_EQ(TakeError(), kReportedError);
   std::vector<VARIANT> reversed(arguments.rbegin(), arguments.rend());
-  EXPECT_EQ(Bare(3, {reversed.data(), nullptr, 3, 0}), DISP_E_EXCEPTION);
+  DISPPARAMS params{reversed.data(), nullptr, 3, 0};
+  EXPECT_EQ(m_db->Invoke(3, IID_NULL, 0, DISPATCH_METHOD, &params, nullptr, nullptr, nullptr),
+            DISP_E_EXCEPTION);
   // A success leaves the report of an earlier failure alone.
   EXPECT_EQ(Call(*m_db, u"OpenDefaultDataBase", {}).status, S_OK);
   EXPECT_EQ(TakeError(), kReportedError);
@@ -180,8 +198,10 @@ TEST_F(InvokeTest, SurvivesEveryFailingAllocation) {
   for (int left = 0;; ++left) {
     BSTR text = nullptr;
     std::vector<VARIANT> reversed{Reference(VT_BSTR, &text), sentence.get()};
+    DISPPARAMS params{reversed.data(), nullptr, 2, 0};
     FailAllocationsAfter(left);
-    const HRESULT status = Bare(9, {reversed.data(), nullptr, 2, 0});
+    const HRESULT status =
+        m_db->Invoke(9, IID_NULL, 0, DISPATCH_METHOD, &params, nullptr, nullptr, nullptr);
     FailAllocationsAfter(-1);
     EXPECT_EQ(View(text), status == S_OK ? View(sentence.get().bstrVal) : u"");
     SysFreeString(text);
