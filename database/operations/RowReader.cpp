@@ -120,12 +120,7 @@ bool RowReader::HasAny() const {
 }
 
 std::int64_t RowReader::Count(std::int64_t last) const {
-  // A query in key order shows every record of its table, joins or not.
-  const CDaoFieldInfo& key = m_source.fields[static_cast<std::size_t>(m_source.keyField)].info;
-  const SqlText records{"SELECT " + Quoted(key.m_strSourceField) + " AS " + Quoted(key.m_strName) +
-                            " FROM " + Quoted(m_source.table),
-                        {}};
-  SqlText sql = Select("count(*)", records, {});
+  SqlText sql = Select("count(DISTINCT " + Key() + ")", m_select.body, {});
   sql.Append(SqlText{" AND " + Key() + " <= ?", {last}});
   const StatementUse found = m_connection.Use(sql.text, Origin::Host);
   found->Bind(sql.values);

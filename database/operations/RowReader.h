@@ -50,7 +50,7 @@ class RowReader {
   void ReadRecord(std::int64_t key, RowBlock& rows) const;
 
   bool HasAny() const;
-  /// The number of records up to the key `last`; for queries in key order only.
+  /// The number of records; in key order, of those up to the key `last`.
   std::int64_t Count(std::int64_t last = std::numeric_limits<std::int64_t>::max()) const;
 
  private:
