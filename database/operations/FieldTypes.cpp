@@ -82,6 +82,12 @@ Whole WholeOf(const Field& field, const CellView& cell) {
   return static_cast<Whole>(number);
 }
 
+float SingleOf(const Field& field, const CellView& cell) {
+  const double number = NumberOf(field, cell);
+  if (!(std::abs(number) <= std::numeric_limits<float>::max())) Refuse(field, kUnreadable);
+  return static_cast<float>(number);
+}
+
 CY CurrencyOf(const Field& field, const CellView& cell) {
   const double scaled = std::nearbyint(NumberOf(field, cell) * 10000.0);
   if (!(std::abs(scaled) < 9.2e18)) Refuse(field, kUnreadable);
@@ -254,7 +260,7 @@ void ReadValue(const Field& field, const CellView& cell, VARIANT& value) {
       value.vt = VT_CY;
       break;
     case dbSingle:
-      value.fltVal = static_cast<float>(NumberOf(field, cell));
+      value.fltVal = SingleOf(field, cell);
       value.vt = VT_R4;
       break;
     case dbDouble:

@@ -30,6 +30,7 @@ TEST_F(FieldTypesTest, StoredValuesReadByDeclaredType) {
       {"CURRENCY", dbCurrency, VT_ERROR, "1e300", ""},
       {"SINGLE", dbSingle, VT_R4, "0.1", "0.1"},
       {"SINGLE", dbSingle, VT_R4, "2", "2"},
+      {"SINGLE", dbSingle, VT_ERROR, "1e300", ""},
       {"DOUBLE", dbDouble, VT_R8, "0.1", "0.1"},
       {"DATETIME", dbDate, VT_DATE, "'2024-03-05 18:00:00'", "2024-03-05 18:00:00"},
       {"DATETIME", dbDate, VT_DATE, "'2024-03-05'", "2024-03-05"},
