@@ -1,5 +1,7 @@
 #include "browse/PropertyArrays.h"
 
+#include <algorithm>
+
 #include "platform/framework/Exception.h"
 #include "platform/framework/Text.h"
 #include "values/StringVariants.h"
@@ -36,6 +38,31 @@ Variant FieldValues(const CDaoRecordset& records) {
     for (VARIANT& value : values) WidenStringVariant(&value);
   }
   return Variant::FromArray(VT_VARIANT, std::move(array));
+}
+
+SAFEARRAY* CarriedArray(const VARIANT& value, VARTYPE elementType) {
+  SAFEARRAY* array = nullptr;
+  if (value.vt & VT_ARRAY) {
+    array = value.vt & VT_BYREF ? (value.pparray ? *value.pparray : nullptr) : value.parray;
+  }
+  VARTYPE held = VT_EMPTY;
+  return SUCCEEDED(SafeArrayGetVartype(array, &held)) && held == elementType ? array : nullptr;
+}
+
+HRESULT FindProperty(std::string_view name, const VARIANT& names, const VARIANT& values,
+                     VARIANT* property, LONG* index) {
+  SAFEARRAY* nameArray = CarriedArray(names, VT_BSTR);
+  SAFEARRAY* valueArray = CarriedArray(values, VT_VARIANT);
+  if (SafeArrayGetDim(nameArray) != 1 || SafeArrayGetDim(valueArray) != 1) return S_OK;
+  const ArrayAccess<BSTR> elements(nameArray);
+  const auto found = std::ranges::find_if(
+      elements.elements(), [name](BSTR element) { return NarrowBstr(element) == name; });
+  if (found == elements.end()) return S_OK;
+  SafeArrayGetLBound(nameArray, 1, index);
+  *index += static_cast<LONG>(found - elements.begin());
+  Variant value;
+  SafeArrayGetElement(valueArray, index, value.ptr());
+  return VariantCopy(property, &value.get());
 }
 
 }  // namespace orxdb

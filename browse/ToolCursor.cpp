@@ -103,4 +103,12 @@ bool RepositionToolCursor(CDaoRecordset& tools, const VARIANT* bookmark) {
   return true;
 }
 
+Variant ToolPosition(const CDaoRecordset& tools) {
+  return HasCurrentRecord(tools) ? tools.GetBookmark() : Variant();
+}
+
+std::string ToolCriteria(const std::string& table, LONG id) {
+  return table + ".ID = " + std::to_string(id);
+}
+
 }  // namespace orxdb

@@ -36,4 +36,20 @@ void SetToolBookmark(CToolTableInfo& table, const VARIANT& bookmark);
 /// longer accepted. Does nothing at either end. Always true.
 bool RepositionToolCursor(CDaoRecordset& tools, const VARIANT* bookmark);
 
+/// Where a cursor stands, for RepositionToolCursor: its bookmark, empty without a current record.
+Variant ToolPosition(const CDaoRecordset& tools);
+
+/// Moves to the first record that meets the criteria, whatever the filter, runs `use(found)` there
+/// and puts the cursor back. When anything raises the cursor stays where it then is.
+template <typename Use>
+void UseFoundTool(CDaoRecordset& tools, const std::string& criteria, Use&& use) {
+  const Variant position = ToolPosition(tools);
+  use(tools.FindFirst(criteria));
+  RepositionToolCursor(tools, &position.get());
+}
+
+/// Criteria for the tool with that `ID`. The key is qualified with the table's name, for the
+/// stored query may join tables that have one, too.
+std::string ToolCriteria(const std::string& table, LONG id);
+
 }  // namespace orxdb

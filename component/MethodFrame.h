@@ -47,4 +47,9 @@ HRESULT RunMethod(bool preconditions, Work&& work) {
   return result;
 }
 
+/// Whether an out-parameter is there and empty, as most methods want it.
+inline bool IsEmpty(const VARIANT* value) {
+  return value && value->vt == VT_EMPTY;
+}
+
 }  // namespace orxdb

@@ -4,19 +4,13 @@
 #include "browse/ToolTypes.h"
 #include "component/MethodFrame.h"
 #include "component/OrxDbObj.h"
+#include "edit/DefaultName.h"
 #include "platform/framework/Text.h"
 
 using orxdb::Guard;
+using orxdb::IsEmpty;
 using orxdb::RunMethod;
 using orxdb::Variant;
-
-namespace {
-
-bool IsEmpty(const VARIANT* value) {
-  return value && value->vt == VT_EMPTY;
-}
-
-}  // namespace
 
 HRESULT OrxDbObj::GetToolTypes(VARIANT* Types) {
   return RunMethod<Guard::None>(g_pToolDbData && IsEmpty(Types), [&] {
@@ -51,6 +45,9 @@ HRESULT OrxDbObj::GetFirstTool(BSTR bstrToolTable, VARIANT* pPropNames, VARIANT*
     Variant names = orxdb::FieldNames(table->ToolSet());
     *pPropNames = names.detach();
     *pProps = values.detach();
+    // The first tool of a walk gets a name if it has none; those that follow do not.
+    orxdb::BuildDefaultToolName(table->m_strDefNameFormat, table->m_strTableName, pPropNames,
+                                pProps, *this);
     return S_OK;
   });
 }

@@ -1,0 +1,197 @@
+#include "edit/ToolRecords.h"
+
+#include <algorithm>
+#include <array>
+#include <optional>
+
+#include "browse/PropertyArrays.h"
+#include "browse/ToolCursor.h"
+#include "edit/ToolNames.h"
+#include "platform/framework/Text.h"
+#include "resources/ComponentText.h"
+#include "resources/StringTable.h"
+#include "values/StringVariants.h"
+
+namespace orxdb {
+namespace {
+
+constexpr unsigned kStopIcon = 0x10;
+
+/// The caller's arrays, locked and paired element by element.
+class PropertyPairs {
+ public:
+  enum class ValueDimensions { One, Any };
+
+  /// False when the arrays do not pair up: names of one dimension, as many values along theirs.
+  PropertyPairs(const VARIANT& names, const VARIANT& values, ValueDimensions dimensions)
+      : m_names(CarriedArray(names, VT_BSTR)), m_values(CarriedArray(values, VT_VARIANT)) {
+    m_match = SafeArrayGetDim(names.parray) == 1 &&
+              (dimensions == ValueDimensions::Any || SafeArrayGetDim(values.parray) == 1) &&
+              m_names && m_values && m_names.size() <= m_values.size() &&
+              Distance(names.parray) == Distance(values.parray);
+  }
+
+  explicit operator bool() const noexcept { return m_match; }
+  std::size_t size() const noexcept { return m_names.size(); }
+  std::string Name(std::size_t position) const { return NarrowBstr(m_names[position]); }
+  const VARIANT& Value(std::size_t position) const { return m_values[position]; }
+
+ private:
+  static std::optional<LONGLONG> Distance(SAFEARRAY* array) {
+    LONG first = 0;
+    LONG last = 0;
+    if (FAILED(SafeArrayGetLBound(array, 1, &first)) || FAILED(SafeArrayGetUBound(array, 1, &last)))
+      return std::nullopt;
+    return LONGLONG{last} - first;
+  }
+
+  ArrayAccess<BSTR> m_names;
+  ArrayAccess<VARIANT> m_values;  ///< along the first dimension first
+  bool m_match = false;
+};
+
+/// Fields of taps that follow from the machining operation; this component never writes them.
+bool IsSkippedField(const CToolTableInfo& table, std::string_view name) {
+  constexpr std::array<std::string_view, 4> kTapFields = {"Approach_Height", "Retraction_Height",
+                                                          "Extra_Depth", "Retraction_Ratio"};
+  return IsTapTable(table.m_strTableName) &&
+         std::ranges::find(kTapFields, name) != kTapFields.end();
+}
+
+bool IsNoValue(const VARIANT& value) {
+  return value.vt == VT_EMPTY || value.vt == VT_NULL;
+}
+
+/// The text of a value that has to be one; anything else reads as empty.
+BSTR TextOf(const VARIANT& value) {
+  return value.vt == VT_BSTR ? value.bstrVal : nullptr;
+}
+
+std::string AbsentText() {
+  std::string text;
+  LoadComponentString(text, IDS_ABSENT);
+  return text;
+}
+
+bool IsLookupField(const CDaoFieldInfo& field, const CToolTableInfo& table) {
+  return !field.m_strSourceTable.empty() && field.m_strSourceTable != table.m_strTableName &&
+         !field.m_strSourceField.empty();
+}
+
+/// What a lookup makes of a text that no record has.
+enum class LookupMiss {
+  KeepText,
+  Raise,
+};
+
+/// Replaces the text by the `ID` of the first record that has it in the lookup field's source.
+void ResolveLookup(CDaoDatabase& database, const CDaoFieldInfo& field, LookupMiss miss,
+                   Variant& value) {
+  const std::string text = NarrowBstr(TextOf(value.get()));
+  if (text == AbsentText()) return;
+  CDaoRecordset sources(&database);
+  sources.Open(dbOpenSnapshot, "SELECT * FROM " + field.m_strSourceTable + " WHERE [" +
+                                   field.m_strSourceField + "] = '" + text + "'");
+  if (miss == LookupMiss::KeepText && (sources.IsEOF() || sources.IsBOF())) return;
+  sources.MoveFirst();
+  sources.GetFieldValue("ID", value);  // raises without a record
+}
+
+/// Brings a value into the form in which the database takes it and sets the field. What the field
+/// refuses is passed over: the tool keeps the other values.
+void WriteField(CDaoRecordset& record, const std::string& name, Variant& value) {
+  if (value.type() == VT_BSTR) {
+    NarrowStringVariant(value.ptr());
+    if (name == "TappingHead" && Bytes(value.get().bstrVal) == AbsentText()) value.clear();
+  }
+  try {
+    if (IsNoValue(value.get())) {
+      record.SetFieldValueNull(name);
+    } else {
+      record.SetFieldValue(name, value.get());
+    }
+  } catch (...) {
+    // The field stays as it was.
+  }
+}
+
+/// Whether the tool may have this name; if not, the user has been told.
+bool IsHeadNameFree(const CToolTableInfo& table, const VARIANT& name, IOrxDbObj& own) {
+  VARIANT_BOOL unique = VARIANT_TRUE;  // and stays so when the question fails
+  own.IsToolNameUnique(WidenToBstr(table.m_strTableName).get(), TextOf(name), &unique);
+  if (unique == VARIANT_FALSE) ShowComponentMessage(IDS_HEAD_NAME_IN_USE, kStopIcon);
+  return unique != VARIANT_FALSE;
+}
+
+}  // namespace
+
+HRESULT AddTool(CDaoDatabase& database, const CToolTableInfo& table, const VARIANT& names,
+                const VARIANT& values, LONG& id, IOrxDbObj& own) {
+  CDaoRecordset& tools = table.ToolSet();
+  CDaoRecordset record(&database);
+  record.Open(AFX_DAO_USE_DEFAULT_TYPE, "SELECT * FROM " + table.m_strTableName);
+  record.AddNew();
+  record.SetBookmark(record.GetLastModifiedBookmark().get());
+  id = record.GetFieldValue("ID").get().lVal;
+
+  const PropertyPairs pairs(names, values, PropertyPairs::ValueDimensions::One);
+  if (!pairs) return E_FAIL;
+  CDaoFieldInfo field;
+  for (std::size_t i = 0; i < pairs.size(); ++i) {
+    const std::string name = pairs.Name(i);
+    if (IsSkippedField(table, name)) continue;
+    if (name == "Name" && table.m_strTableName == kTappingHeadTable &&
+        !IsHeadNameFree(table, pairs.Value(i), own)) {
+      return E_FAIL;
+    }
+    if (IsNoValue(pairs.Value(i))) continue;
+    Variant value = Variant::CopyOf(pairs.Value(i));
+    tools.GetFieldInfo(name, field, AFX_DAO_SECONDARY_INFO);
+    if (IsLookupField(field, table)) ResolveLookup(database, field, LookupMiss::KeepText, value);
+    WriteField(record, name, value);
+  }
+  record.Update();
+  record.Close();
+  tools.Requery();
+  return S_OK;
+}
+
+HRESULT ChangeTool(CDaoDatabase& database, const CToolTableInfo& table, LONG id,
+                   const VARIANT& names, const VARIANT& values) {
+  CDaoRecordset& tools = table.ToolSet();
+  CDaoRecordset record(&database);
+  record.Open(AFX_DAO_USE_DEFAULT_TYPE,
+              "SELECT * FROM " + table.m_strTableName + " WHERE ID = " + std::to_string(id));
+  record.MoveFirst();
+  if (record.IsEOF() || record.IsBOF()) return E_FAIL;
+  record.Edit();
+
+  const PropertyPairs pairs(names, values, PropertyPairs::ValueDimensions::Any);
+  if (!pairs) return E_FAIL;
+  CDaoFieldInfo field;
+  for (std::size_t i = 0; i < pairs.size(); ++i) {
+    const std::string name = pairs.Name(i);
+    if (IsSkippedField(table, name)) continue;
+    Variant value = Variant::CopyOf(pairs.Value(i));
+    tools.GetFieldInfo(name, field, AFX_DAO_ALL_INFO);
+    if (IsLookupField(field, table) && !IsNoValue(value.get())) {
+      ResolveLookup(database, field, LookupMiss::Raise, value);
+    }
+    WriteField(record, name, value);
+  }
+  record.Update();
+  record.Close();
+  const Variant position = ToolPosition(tools);
+  tools.Requery();
+  RepositionToolCursor(tools, &position.get());
+  return S_OK;
+}
+
+void DeleteTool(const CToolTableInfo& table, LONG id) {
+  CDaoRecordset& tools = table.ToolSet();
+  UseFoundTool(tools, ToolCriteria(table.m_strTableName, id), [&tools](bool found) {
+    if (found) tools.Delete();
+  });
+}
+
+}  // namespace orxdb
