@@ -27,9 +27,9 @@ void DeleteLastCharacter(std::string& text) {
 }
 
 void CollapseUnderscores(std::string& text) {
-  const auto repeated =
-      std::ranges::unique(text, [](char left, char right) { return left == '_' && right == '_'; });
-  text.erase(repeated.begin(), repeated.end());
+  const auto end = std::unique(text.begin(), text.end(),
+                               [](char left, char right) { return left == '_' && right == '_'; });
+  text.erase(end, text.end());
 }
 
 class NameBuilder {
@@ -113,7 +113,8 @@ std::string BuildDefaultToolName(const std::string& format, const std::string& t
 }
 
 std::string NameFormat(const CToolTableInfo& table) {
-  return table.m_strDefNameFormat + "    ";
+  const std::string& format = table.m_strDefNameFormat;
+  return format.empty() ? format : format + "    ";
 }
 
 std::string UniqueToolName(BSTR table, const std::string& name, IOrxDbObj& own) {

@@ -20,8 +20,8 @@ namespace orxdb {
 std::string BuildDefaultToolName(const std::string& format, const std::string& table,
                                  VARIANT* names, VARIANT* values, IOrxDbObj& own);
 
-/// The format that hosts' questions for a name are answered with: it ends in four blanks, which
-/// show in names made by a format without percent signs only.
+/// The format that hosts' questions for a name are answered with. Unless it is empty it ends in
+/// four blanks, which show only in names made by a format without percent signs.
 std::string NameFormat(const CToolTableInfo& table);
 
 /// `name`, or the first of name_1, name_2, ... that is not in use. Asks IsToolNameUnique of the

@@ -7,6 +7,7 @@
 #include "browse/PropertyArrays.h"
 #include "browse/ToolCursor.h"
 #include "edit/ToolNames.h"
+#include "platform/framework/MessageBox.h"
 #include "platform/framework/Text.h"
 #include "resources/ComponentText.h"
 #include "resources/StringTable.h"
@@ -14,8 +15,6 @@
 
 namespace orxdb {
 namespace {
-
-constexpr unsigned kStopIcon = 0x10;
 
 /// The caller's arrays, locked and paired element by element.
 class PropertyPairs {
@@ -119,7 +118,7 @@ void WriteField(CDaoRecordset& record, const std::string& name, Variant& value) 
 bool IsHeadNameFree(const CToolTableInfo& table, const VARIANT& name, IOrxDbObj& own) {
   VARIANT_BOOL unique = VARIANT_TRUE;  // and stays so when the question fails
   own.IsToolNameUnique(WidenToBstr(table.m_strTableName).get(), TextOf(name), &unique);
-  if (unique == VARIANT_FALSE) ShowComponentMessage(IDS_HEAD_NAME_IN_USE, kStopIcon);
+  if (unique == VARIANT_FALSE) ShowComponentMessage(IDS_HEAD_NAME_IN_USE, MB_ICONSTOP);
   return unique != VARIANT_FALSE;
 }
 

@@ -1,5 +1,6 @@
 #include "tests/component/ComponentFixture.h"
 
+#include <algorithm>
 #include <cstdlib>
 #include <fstream>
 #include <memory>
@@ -35,6 +36,58 @@ void SeedDatabase(const std::filesystem::path& file, const std::string& more) {
   sql << std::ifstream(ORXDB_SEED).rdbuf();
   RunSql(file, sql.str());
   RunSql(file, more);
+}
+
+std::string QueryRows(const std::filesystem::path& file, const std::string& sql) {
+  sqlite3* opened = nullptr;
+  EXPECT_EQ(sqlite3_open(file.c_str(), &opened), SQLITE_OK);
+  const std::unique_ptr<sqlite3, decltype(&sqlite3_close)> database(opened, &sqlite3_close);
+  std::string rows;
+  const auto append = [](void* text, int, char** values, char**) {
+    auto& all = *static_cast<std::string*>(text);
+    if (!all.empty()) all += '|';
+    all += values[0] ? values[0] : "NULL";
+    return 0;
+  };
+  EXPECT_EQ(sqlite3_exec(opened, sql.c_str(), append, &rows, nullptr), SQLITE_OK)
+      << sqlite3_errmsg(opened);
+  return rows;
+}
+
+Properties& Properties::Add(std::string_view name, Variant value) {
+  m_givenNames.emplace_back(name);
+  m_givenValues.push_back(std::move(value));
+  return *this;
+}
+Properties& Properties::Add(std::string_view name, std::string_view text) {
+  return Add(name, Variant::FromBstr(WidenToBstr(text)));
+}
+Properties& Properties::Add(std::string_view name, double value) {
+  return Add(name, Variant::FromR8(value));
+}
+
+namespace {
+
+template <typename Element, typename Given, typename Convert>
+VARIANT* MakeArray(Variant& result, VARTYPE type, LONG lowerBound, const std::vector<Given>& given,
+                   Convert&& convert) {
+  SafeArray array;
+  array.attach(SafeArrayCreateVector(type, lowerBound, static_cast<ULONG>(given.size())));
+  std::ranges::transform(given, ArrayAccess<Element>(array.get()).begin(), convert);
+  result = Variant::FromArray(type, std::move(array));
+  return result.ptr();
+}
+
+}  // namespace
+
+VARIANT* Properties::Names(LONG lowerBound) {
+  return MakeArray<BSTR>(m_names, VT_BSTR, lowerBound, m_givenNames,
+                         [](const std::string& name) { return WidenToBstr(name).detach(); });
+}
+
+VARIANT* Properties::Values(LONG lowerBound) {
+  return MakeArray<VARIANT>(m_values, VT_VARIANT, lowerBound, m_givenValues,
+                            [](const Variant& value) { return value.Copy().detach(); });
 }
 
 std::vector<std::string> Strings(const VARIANT& array) {
@@ -154,6 +207,23 @@ LONG ComponentTest::Count(std::string_view table) {
   LONG count = -2;
   EXPECT_EQ(m_db->GetSelectedRecordCount(WidenToBstr(table).get(), &count), S_OK);
   return count;
+}
+
+Record ComponentTest::Tool(std::string_view table, LONG id) {
+  Variant names;
+  Variant values;
+  EXPECT_EQ(m_db->GetToolProps(WidenToBstr(table).get(), id, names.put(), values.put()), S_OK);
+  if (values.empty()) return {};
+  m_names = Strings(names.get());
+  return ToRecord(values);
+}
+
+HRESULT ComponentTest::Add(std::string_view table, Properties& tool) {
+  return m_db->AddNewRecord(WidenToBstr(table).get(), tool.Names(), tool.Values(), &m_id);
+}
+
+HRESULT ComponentTest::Set(std::string_view table, LONG id, Properties& tool) {
+  return m_db->SetToolProps(WidenToBstr(table).get(), id, tool.Names(), tool.Values());
 }
 
 std::vector<std::string> ComponentTest::ToolTypes() {

@@ -38,6 +38,26 @@ void SeedDatabase(const std::filesystem::path& file, const std::string& more = {
 /// One record by field name, every value as text for queries.
 using Record = std::map<std::string, std::string>;
 
+/// The first column of a query's rows as SQLite shows it, null as "NULL", rows parted by "|".
+std::string QueryRows(const std::filesystem::path& file, const std::string& sql);
+
+/// A pair of property arrays as hosts make them.
+class Properties {
+ public:
+  Properties& Add(std::string_view name, Variant value);
+  Properties& Add(std::string_view name, std::string_view text);
+  Properties& Add(std::string_view name, double value);
+  /// The arrays, from these lower bounds; they live as long as this.
+  VARIANT* Names(LONG lowerBound = 0);
+  VARIANT* Values(LONG lowerBound = 0);
+
+ private:
+  std::vector<std::string> m_givenNames;
+  std::vector<Variant> m_givenValues;
+  Variant m_names;
+  Variant m_values;
+};
+
 /// The strings of a VT_ARRAY | VT_BSTR vector from 0, narrow.
 std::vector<std::string> Strings(const VARIANT& array);
 
@@ -69,11 +89,18 @@ class ComponentTest : public testing::Test {
   /// The status of GetFirstTool alone.
   HRESULT FirstStatus(std::string_view table);
   LONG Count(std::string_view table);
+  /// The tool with an identifier; empty when there is none. Failures are test failures.
+  Record Tool(std::string_view table, LONG id);
+  /// Status of adding; the identifier goes to `m_id`.
+  HRESULT Add(std::string_view table, Properties& tool);
+  HRESULT Add(std::string_view table, Properties&& tool) { return Add(table, tool); }
+  HRESULT Set(std::string_view table, LONG id, Properties& tool);
   std::vector<std::string> ToolTypes();
 
   TemporaryFolder m_folder;
   std::filesystem::path m_file = m_folder / "tools.mdb";
   ComPtr<IOrxDbObj> m_db;
+  LONG m_id = -1;  ///< of the last tool added
 
  private:
   Record ToRecord(const Variant& values);
