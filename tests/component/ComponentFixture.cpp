@@ -164,25 +164,32 @@ Record ComponentTest::First(std::string_view table) {
   EXPECT_EQ(m_db->GetFirstTool(WidenToBstr(table).get(), names.put(), values.put()), S_OK);
   EXPECT_EQ(names.empty(), values.empty());
   if (values.empty()) return {};
-  m_names = Strings(names.get());
-  return ToRecord(values);
+  m_names[std::string(table)] = Strings(names.get());
+  return ToRecord(table, values);
 }
 
 Record ComponentTest::Next(std::string_view table) {
   Variant values;
   EXPECT_EQ(m_db->GetNextTool(WidenToBstr(table).get(), values.put()), S_OK);
-  return values.empty() ? Record() : ToRecord(values);
+  return values.empty() ? Record() : ToRecord(table, values);
 }
 
-Record ComponentTest::ToRecord(const Variant& values) {
+Record ComponentTest::ToRecord(std::string_view table, const Variant& values) {
+  std::vector<std::string>& names = m_names[std::string(table)];
+  if (names.empty()) {
+    Variant found;
+    Variant types;
+    m_db->GetPropsTypes(WidenToBstr(table).get(), found.ptr(), types.ptr());
+    names = Strings(found.get());
+  }
   EXPECT_EQ(values.type(), VT_ARRAY | VT_VARIANT);
   const ArrayAccess<VARIANT> elements(values.get().parray);
-  EXPECT_EQ(elements.size(), m_names.size());
+  EXPECT_EQ(elements.size(), names.size());
   Record record;
-  for (std::size_t i = 0; i < std::min(m_names.size(), elements.size()); ++i) {
+  for (std::size_t i = 0; i < std::min(names.size(), elements.size()); ++i) {
     Bstr text;
     EXPECT_EQ(m_db->VariantToSQLString(&elements[i], text.put()), S_OK);
-    record[m_names[i]] = NarrowBstr(text.get());
+    record[names[i]] = NarrowBstr(text.get());
   }
   return record;
 }
@@ -214,8 +221,8 @@ Record ComponentTest::Tool(std::string_view table, LONG id) {
   Variant values;
   EXPECT_EQ(m_db->GetToolProps(WidenToBstr(table).get(), id, names.put(), values.put()), S_OK);
   if (values.empty()) return {};
-  m_names = Strings(names.get());
-  return ToRecord(values);
+  m_names[std::string(table)] = Strings(names.get());
+  return ToRecord(table, values);
 }
 
 HRESULT ComponentTest::Add(std::string_view table, Properties& tool) {

@@ -103,9 +103,9 @@ class ComponentTest : public testing::Test {
   LONG m_id = -1;  ///< of the last tool added
 
  private:
-  Record ToRecord(const Variant& values);
+  Record ToRecord(std::string_view table, const Variant& values);
 
-  std::vector<std::string> m_names;
+  std::map<std::string, std::vector<std::string>, std::less<>> m_names;  ///< by table
   LONGLONG m_strings = 0;
   LONGLONG m_arrays = 0;
 };

@@ -2,8 +2,6 @@
 #include <algorithm>
 #include <chrono>
 #include <cstdio>
-#include <functional>
-#include <random>
 
 #include "platform/framework/Text.h"
 #include "tests/component/ComponentFixture.h"
@@ -57,69 +55,6 @@ TEST_F(CursorTest, RecordsShowEveryFieldInItsType) {
   EXPECT_THAT(Next("TAP"), IsEmpty());
   EXPECT_THAT(Walk("EMPTY"), IsEmpty());
   EXPECT_EQ(Count("EMPTY"), 0);
-}
-
-// Every operation of the cursor in random order, against a list of rows and an index.
-TEST_F(CursorTest, BehavesLikeAListWithAPosition) {
-  constexpr int count = 9;
-  OpenSeeded();
-  First("MILL");
-  const std::pair<std::string, std::function<bool(int)>> filters[] = {
-      {"", [](int) { return true; }},
-      {"[Diameter] > 4", [](int id) { return count + 1 - id > 4; }},
-      {"Name LIKE 'F[48]'", [](int id) { return id == 4 || id == 8; }},
-      {"ID = 99", [](int) { return false; }}};
-  std::vector<int> rows(count);
-  std::iota(rows.begin(), rows.end(), 1);
-  std::size_t position = 0;
-  const auto* filter = &filters[0];
-  Variant bookmark;
-  int marked = 0;
-  const auto found = [&](std::size_t from) {
-    const auto row =
-        std::find_if(rows.begin() + static_cast<std::ptrdiff_t>(from), rows.end(), filter->second);
-    if (row != rows.end() || filter->first.empty()) {
-      position = static_cast<std::size_t>(row - rows.begin());
-    }
-    return row == rows.end() ? std::string() : std::to_string(*row);
-  };
-  const Bstr mill(u"MILL");
-  std::mt19937 random(20);  // NOLINT(cert-msc32-c,cert-msc51-cpp): the same walk every time
-  for (int step = 0; step < 3000; ++step) {
-    SCOPED_TRACE("step " + std::to_string(step));
-    const bool atEnd = position == rows.size();
-    switch (random() % 12) {
-      case 0:
-        filter = &filters[random() % std::size(filters)];
-        ASSERT_EQ(SetFilter("MILL", filter->first), S_OK);
-        break;
-      case 1:
-        std::ranges::reverse(rows);
-        position = 0;
-        bookmark.clear();
-        ASSERT_EQ(SetFilter("MILL", filter->first, rows[0] == 1 ? "ID" : "Diameter"), S_OK);
-        break;
-      case 2:
-        ASSERT_EQ(First("MILL")["ID"], found(0));
-        break;
-      case 3:
-        ASSERT_EQ(Count("MILL"), atEnd ? 0 : count);
-        break;
-      case 4:
-        ASSERT_EQ(m_db->GetToolTableBookmark(mill.get(), bookmark.ptr()), S_OK);
-        if (!atEnd) marked = rows[position];
-        break;
-      case 5:
-        if (bookmark.empty()) break;
-        ASSERT_EQ(m_db->SetToolTableBookmark(mill.get(), bookmark.get()), S_OK);
-        if (!atEnd) {
-          position = static_cast<std::size_t>(std::ranges::find(rows, marked) - rows.begin());
-        }
-        break;
-      default:
-        ASSERT_EQ(Next("MILL")["ID"], atEnd ? "" : found(position + 1));
-    }
-  }
 }
 
 TEST_F(CursorTest, BookmarksOfOtherTablesAndUnknownTables) {

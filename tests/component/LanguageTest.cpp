@@ -28,7 +28,10 @@ bool IsLoaded(const fs::path& path) {
 /// Words for true and false, as a copy of the component in a folder of its own shows them.
 class LanguageTest : public testing::Test {
  protected:
-  LanguageTest() { fs::copy_file(ORXDB_LIBRARY, m_folder / "libORXDB.so"); }
+  LanguageTest() {
+    fs::copy_file(ORXDB_LIBRARY, m_folder / "libORXDB.so");
+    SeedDatabase(m_folder / "tools.mdb", "UPDATE TYPES_DATA SET DEF_NAME_FORMAT = 'a_%Kind%%On%'");
+  }
 
   std::string Words() {
     std::string words;
@@ -45,6 +48,12 @@ class LanguageTest : public testing::Test {
         EXPECT_EQ(object->VariantToUIString(flag.ptr(), word.put(), -1), S_OK);
         words += NarrowBstr(word.get()) + (value ? "/" : "");
       }
+      Properties tool;
+      tool.Add("Kind", "Fehlt").Add("On", Variant::FromBool(true));
+      object->SetMdbFile(WidenToBstr((m_folder / "tools.mdb").string()).get());
+      Bstr name;
+      object->GenerateDefToolName2(Bstr(u"TAP").get(), tool.Names(), tool.Values(), name.put());
+      m_name = NarrowBstr(name.get());
       EXPECT_FALSE(IsLoaded(m_folder / "libLangExt.so")) << "no longer needed";
     }
     CoFreeUnusedLibraries();
@@ -57,6 +66,7 @@ class LanguageTest : public testing::Test {
   }
 
   TemporaryFolder m_folder;
+  std::string m_name;  ///< the default name that the copy gave a tool without a "Kind" in German
 };
 
 TEST_F(LanguageTest, FollowsThePersonsLanguage) {
@@ -66,8 +76,10 @@ TEST_F(LanguageTest, FollowsThePersonsLanguage) {
   EXPECT_EQ(Words(), "Yes/No") << "no German texts";
   Put(kExample / kGerman, kGerman);
   EXPECT_EQ(Words(), "Ja/Nein");
+  EXPECT_EQ(m_name, "aYes") << "flags in names are of no language";
   setenv("LC_ALL", "C", 1);
   EXPECT_EQ(Words(), "Yes/No");
+  EXPECT_EQ(m_name, "a_FehltYes");
   setenv("LC_ALL", "", 1);
   setenv("LC_MESSAGES", "de", 1);
   EXPECT_EQ(Words(), "Ja/Nein");

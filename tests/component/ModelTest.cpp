@@ -1,0 +1,339 @@
+// Random calls of the component against a small model of its tables, cursors and filters.
+//
+// ORXDB_MODEL_SEED replays a run, ORXDB_MODEL_STEPS makes it longer.
+#include <algorithm>
+#include <cstdlib>
+#include <functional>
+#include <random>
+
+#include "platform/framework/MessageBox.h"
+#include "platform/framework/Text.h"
+#include "tests/component/ComponentFixture.h"
+
+namespace orxdb::test {
+namespace {
+
+using Text = std::optional<std::string>;
+using Number = std::optional<int>;
+
+struct ModelTool {
+  int id;
+  Text name;
+  Number low, high;
+};
+
+bool SameText(const Text& left, const Text& right) {
+  return left && right && left->size() == right->size() &&
+         std::equal(left->begin(), left->end(), right->begin(),
+                    [](char a, char b) { return std::tolower(a) == std::tolower(b); });
+}
+
+struct Filter {
+  const char* criteria;
+  bool (*selects)(const ModelTool&);
+};
+constexpr Filter kFilters[] = {
+    {"", [](const ModelTool&) { return true; }},
+    {"[@_Min_Diameter] > 4", [](const ModelTool& tool) { return tool.low && *tool.low > 4; }},
+    {"Name LIKE 'N[1-4]*' AND NOT [@_Max_Diameter] IS NULL",
+     [](const ModelTool& tool) {
+       return tool.name && tool.name->size() > 1 && std::toupper((*tool.name)[0]) == 'N' &&
+              (*tool.name)[1] >= '1' && (*tool.name)[1] <= '4' && tool.high;
+     }},
+    {"ID = -1", [](const ModelTool&) { return false; }}};
+
+using Less = bool (*)(const ModelTool&, const ModelTool&);
+const std::pair<const char*, Less> kOrders[] = {
+    {"ID", [](const ModelTool& a, const ModelTool& b) { return a.id < b.id; }},
+    {"ID DESC", [](const ModelTool& a, const ModelTool& b) { return a.id > b.id; }},
+    {"[@_Min_Diameter], ID DESC", [](const ModelTool& a, const ModelTool& b) {
+       return a.low != b.low ? a.low < b.low : a.id > b.id;
+     }}};
+
+/// A tool table as a list of tools and a position in the list that the cursor knows.
+struct ModelTable {
+  std::string name;
+  std::string prefix;  ///< of its columns
+  bool uniqueNames = false;
+  std::map<int, ModelTool> stored = {};
+  int nextId = 1;
+  const Filter* filter = &kFilters[0];
+  Less less = kOrders[0].second;
+  std::vector<int> records = {};
+  std::size_t position = 0;
+  Variant bookmark = {};
+  int marked = 0;
+
+  bool AtEnd() const { return position >= records.size(); }
+  const ModelTool& At(std::size_t place) const { return stored.at(records[place]); }
+
+  void Requery() {
+    records.clear();
+    for (const auto& [id, tool] : stored) records.push_back(id);
+    std::ranges::sort(records, [this](int a, int b) { return less(stored.at(a), stored.at(b)); });
+    position = 0;
+  }
+  Number Bookmark() const { return AtEnd() ? Number() : Number(records[position]); }
+  void Reposition(Number id) {
+    if (AtEnd()) return;
+    const auto place = id ? std::ranges::find(records, *id) : records.end();
+    position = place != records.end() ? static_cast<std::size_t>(place - records.begin())
+                                      : records.size() - 1;
+  }
+  /// Whether a record meets the condition; the cursor goes there and comes back.
+  bool Find(const std::function<bool(const ModelTool&)>& condition) {
+    const Number before = Bookmark();
+    const auto found =
+        std::ranges::find_if(records, [&](int id) { return condition(stored.at(id)); });
+    if (found == records.end()) {
+      Reposition(before);
+      return false;
+    }
+    position = static_cast<std::size_t>(found - records.begin());
+    Reposition(before);
+    return true;
+  }
+  bool Has(int id) {
+    return Find([id](const ModelTool& tool) { return tool.id == id; });
+  }
+  bool Uses(const Text& toolName) {
+    return Find([&](const ModelTool& tool) { return SameText(tool.name, toolName); });
+  }
+  /// Moves to the first selected record from a place on.
+  const ModelTool* Select(std::size_t from) {
+    for (std::size_t place = from; place < records.size(); ++place) {
+      if (!filter->selects(At(place))) continue;
+      position = place;
+      return &At(place);
+    }
+    if (!*filter->criteria) position = records.size();
+    return nullptr;
+  }
+  void Delete(int id) {
+    const Number before = Bookmark();
+    if (!Has(id)) return;
+    stored.erase(id);
+    std::erase(records, id);
+    position = 0;
+    Reposition(before);
+  }
+};
+
+class ModelTest : public ComponentTest {
+ protected:
+  std::string With(const ModelTable& table, std::string text) const {
+    for (std::size_t at = 0; (at = text.find('@')) != text.npos;) {
+      text.replace(at, 1, table.prefix);
+    }
+    return text;
+  }
+  int Pick(int count) { return static_cast<int>(m_random() % static_cast<unsigned>(count)); }
+  int PickId(const ModelTable& table) { return Pick(table.nextId + 2); }
+  Number PickNumber() { return Pick(5) ? Number(Pick(9)) : Number(); }
+  Text PickName() {
+    static constexpr const char* kNames[] = {"N1", "n1", "N2", "n3x", "N4", "n5", "X", "N1_1", ""};
+    return Pick(8) ? Text(kNames[Pick(std::size(kNames))]) : Text();
+  }
+
+  static Variant ValueOf(Number number) {
+    return number ? Variant::FromR8(*number) : Variant::Null();
+  }
+  /// Properties of a tool with a new name and numbers, which are those of `tool` afterwards.
+  Properties Describe(const ModelTable& table, ModelTool& tool) {
+    tool = {tool.id, PickName(), PickNumber(), PickNumber()};
+    Properties properties;
+    properties.Add(table.prefix + "_Min_Diameter", ValueOf(tool.low));
+    properties.Add("Name", tool.name ? Variant::FromBstr(WidenToBstr(*tool.name)) : Variant());
+    properties.Add(table.prefix + "_Max_Diameter", ValueOf(tool.high));
+    return properties;
+  }
+  Record Expected(const ModelTable& table, const ModelTool* tool) const {
+    if (!tool) return {};
+    const auto text = [](Number number) {
+      return number ? std::to_string(static_cast<double>(*number)) : "NULL";
+    };
+    return {{"ID", std::to_string(tool->id)},
+            {"Name", tool->name.value_or("NULL")},
+            {table.prefix + "_Min_Diameter", text(tool->low)},
+            {table.prefix + "_Max_Diameter", text(tool->high)}};
+  }
+  /// The name that the table's format gives a tool.
+  static std::string DefaultName(const ModelTool& tool) {
+    return tool.low ? "N" + std::to_string(*tool.low) : "N";
+  }
+
+  void Step(ModelTable& table);
+  void Open();
+
+  std::mt19937 m_random{1};  // NOLINT(cert-msc32-c,cert-msc51-cpp): seeded by the test
+  std::vector<ModelTable> m_tables;
+};
+
+void ModelTest::Open() {
+  m_tables.clear();
+  m_tables.push_back({.name = "DRILL", .prefix = "D"});
+  m_tables.push_back({.name = "TAPPING_HEAD", .prefix = "AUX_Metric", .uniqueNames = true});
+  std::string sql;
+  for (const ModelTable& table : m_tables) {
+    sql += With(table, "CREATE TABLE " + table.name +
+                           " (ID INTEGER PRIMARY KEY AUTOINCREMENT, Name TEXT(50), "
+                           "@_Min_Diameter DOUBLE, @_Max_Diameter DOUBLE);"
+                           "CREATE VIEW Q_" +
+                           table.name +
+                           " AS SELECT ID AS ID, Name AS Name, @_Min_Diameter AS @_Min_Diameter, "
+                           "@_Max_Diameter AS @_Max_Diameter FROM " +
+                           table.name +
+                           ";INSERT INTO TYPES_DATA (TOOLTABLE_NAME, DEF_NAME_FORMAT) VALUES ('Q_" +
+                           table.name + "', 'N%@_Min_Diameter%');");
+  }
+  OpenSeeded("PRAGMA journal_mode = WAL;" + sql);
+}
+
+void ModelTest::Step(ModelTable& table) {
+  const Bstr name = WidenToBstr(table.name);
+  switch (Pick(16)) {
+    case 0: {  // a filter, perhaps with an order
+      table.filter = &kFilters[Pick(std::size(kFilters))];
+      const auto& order = kOrders[Pick(std::size(kOrders))];
+      const bool ordered = Pick(2);
+      ASSERT_EQ(SetFilter(table.name, With(table, table.filter->criteria),
+                          ordered ? With(table, order.first) : ""),
+                S_OK);
+      if (!ordered) break;
+      table.less = order.second;
+      table.bookmark.clear();
+      table.Requery();
+      break;
+    }
+    case 1: {
+      const ModelTool* first = table.records.empty() ? nullptr : table.Select(0);
+      Record expected = Expected(table, first);
+      if (first && first->name.value_or("").empty()) expected["Name"] = DefaultName(*first);
+      ASSERT_EQ(First(table.name), expected);
+      break;
+    }
+    case 2:
+      ASSERT_EQ(Count(table.name), table.AtEnd() ? 0 : static_cast<LONG>(table.records.size()));
+      break;
+    case 3:
+      ASSERT_EQ(m_db->GetToolTableBookmark(name.get(), table.bookmark.ptr()), S_OK);
+      if (!table.AtEnd()) table.marked = table.records[table.position];
+      break;
+    case 4: {
+      if (table.bookmark.empty()) break;
+      const auto place = std::ranges::find(table.records, table.marked);
+      const bool refused = !table.AtEnd() && place == table.records.end();
+      ASSERT_EQ(m_db->SetToolTableBookmark(name.get(), table.bookmark.get()),
+                refused ? E_FAIL : S_OK);
+      if (!table.AtEnd() && !refused) table.Reposition(table.marked);
+      break;
+    }
+    case 5: {
+      const int id = PickId(table);
+      const bool found = table.Has(id);
+      ASSERT_EQ(Tool(table.name, id), Expected(table, found ? &table.stored.at(id) : nullptr));
+      break;
+    }
+    case 6:
+    case 7: {
+      ModelTool tool{.id = table.nextId++, .name = {}, .low = {}, .high = {}};
+      Properties properties = Describe(table, tool);
+      const bool refused = table.uniqueNames && tool.name && table.Uses(tool.name);
+      ASSERT_EQ(Add(table.name, properties), refused ? E_FAIL : S_OK);
+      ASSERT_EQ(m_id, tool.id);
+      if (refused) break;
+      table.stored[tool.id] = tool;
+      table.Requery();
+      break;
+    }
+    case 8: {
+      ModelTool tool{.id = PickId(table), .name = {}, .low = {}, .high = {}};
+      Properties properties = Describe(table, tool);
+      const bool found = table.stored.contains(tool.id);
+      ASSERT_EQ(Set(table.name, tool.id, properties), found ? S_OK : E_FAIL);
+      if (!found) break;
+      table.stored[tool.id] = tool;
+      const Number before = table.Bookmark();
+      table.Requery();
+      table.Reposition(before);
+      break;
+    }
+    case 9: {
+      const int id = PickId(table);
+      ASSERT_EQ(m_db->DeleteTool(name.get(), id), E_FAIL);
+      table.Delete(id);
+      break;
+    }
+    case 10: {
+      const std::string wanted = PickName().value_or("N9");
+      VARIANT_BOOL unique = 5;
+      ASSERT_EQ(m_db->IsToolNameUnique(name.get(), WidenToBstr(wanted).get(), &unique), S_OK);
+      ASSERT_EQ(unique, table.Uses(wanted) ? VARIANT_FALSE : VARIANT_TRUE);
+      break;
+    }
+    case 11: {
+      Variant names;
+      Variant values;
+      const Number before = table.Bookmark();
+      ASSERT_EQ(m_db->GetDefPropsValues(name.get(), names.ptr(), values.ptr()), S_OK);
+      ASSERT_EQ(ArrayAccess<VARIANT>(values.get().parray)[0].lVal, table.nextId++);
+      table.Requery();
+      table.Reposition(before);
+      break;
+    }
+    case 12: {
+      const int id = PickId(table);
+      Bstr made;
+      ASSERT_EQ(m_db->GenerateDefToolName(name.get(), id, made.put()), S_OK);
+      const bool found = table.Has(id);
+      ASSERT_EQ(NarrowBstr(made.get()), found ? DefaultName(table.stored.at(id)) : "N");
+      break;
+    }
+    case 13: {
+      ModelTool tool{};
+      Properties properties = Describe(table, tool);
+      std::string expected = DefaultName(tool);
+      for (int n = 1; table.uniqueNames && table.Uses(expected); ++n) {
+        expected = DefaultName(tool) + "_" + std::to_string(n);
+      }
+      Bstr made;
+      ASSERT_EQ(m_db->GenerateDefToolName2(name.get(), properties.Names(), properties.Values(),
+                                           made.put()),
+                S_OK);
+      ASSERT_EQ(NarrowBstr(made.get()), expected);
+      break;
+    }
+    default: {
+      const ModelTool* next = table.AtEnd() ? nullptr : table.Select(table.position + 1);
+      ASSERT_EQ(Next(table.name), Expected(table, next));
+    }
+  }
+}
+
+TEST_F(ModelTest, RandomCallsBehaveLikeListsWithAPosition) {
+  const char* const chosen = std::getenv("ORXDB_MODEL_SEED");
+  const char* const longer = std::getenv("ORXDB_MODEL_STEPS");
+  const unsigned seed =
+      chosen ? static_cast<unsigned>(std::strtoul(chosen, nullptr, 10)) : std::random_device()();
+  const long steps = longer ? std::strtol(longer, nullptr, 10) : 4000;
+  SCOPED_TRACE("ORXDB_MODEL_SEED=" + std::to_string(seed));
+  m_random.seed(seed);
+  auto earlier = InstallMessageBoxHandler(
+      [](const std::string&, const std::string&, unsigned) { return IDOK; });
+  Open();
+  for (long step = 0; step < steps && !HasFailure(); ++step) {
+    SCOPED_TRACE("step " + std::to_string(step));
+    Step(m_tables[static_cast<std::size_t>(Pick(2))]);
+  }
+  for (ModelTable& table : m_tables) {
+    std::string ids;
+    for (const auto& [id, tool] : table.stored)
+      ids += (ids.empty() ? "" : "|") + std::to_string(id);
+    EXPECT_EQ(QueryRows(m_file, "SELECT ID FROM " + table.name), ids);
+    table.bookmark.clear();
+  }
+  InstallMessageBoxHandler(std::move(earlier));
+}
+
+}  // namespace
+}  // namespace orxdb::test
