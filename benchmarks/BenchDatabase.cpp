@@ -1,11 +1,15 @@
 #include "benchmarks/BenchDatabase.h"
 
 #include <array>
+#include <benchmark/benchmark.h>
 #include <cstdio>
 #include <cstdlib>
 #include <filesystem>
 #include <map>
 #include <stdexcept>
+#include <vector>
+
+#include "platform/automation/Variant.h"
 
 namespace {
 
@@ -31,12 +35,19 @@ constexpr std::array kMachiningTables = {"T24_27_30_31",
 /// Removes the files of a run at its end.
 struct Databases {
   std::map<std::int64_t, std::string> paths;
+  std::vector<std::string> copies;
   ~Databases() {
-    for (const auto& [tools, path] : paths) {
+    for (const auto& [tools, path] : paths) copies.push_back(path);
+    for (const std::string& path : copies) {
       for (const char* suffix : {"", "-wal", "-shm"}) std::remove((path + suffix).c_str());
     }
   }
 };
+
+Databases& MadeDatabases() {
+  static Databases databases;
+  return databases;
+}
 
 void Run(sqlite3* database, const std::string& sql) {
   char* message = nullptr;
@@ -138,14 +149,20 @@ void MakeDatabase(const std::string& path, std::int64_t tools) {
 }  // namespace
 
 const std::string& BenchDatabase(std::int64_t tools) {
-  static Databases databases;
-  std::string& path = databases.paths[tools];
+  std::string& path = MadeDatabases().paths[tools];
   if (path.empty()) {
     path = std::filesystem::temp_directory_path() /
            ("orxdb-bench-" + std::to_string(tools) + "-" + std::to_string(std::rand()) + ".mdb");
     MakeDatabase(path, tools);
   }
   return path;
+}
+
+std::string BenchDatabaseCopy(std::int64_t tools) {
+  std::vector<std::string>& copies = MadeDatabases().copies;
+  copies.push_back(BenchDatabase(tools) + "-copy" + std::to_string(copies.size()));
+  std::filesystem::copy_file(BenchDatabase(tools), copies.back());
+  return copies.back();
 }
 
 PlainDatabase OpenPlain(const std::string& path) {
@@ -183,4 +200,34 @@ std::int64_t ReadRow(sqlite3_stmt* row) {
     }
   }
   return sum;
+}
+
+std::int64_t BuildArrays(sqlite3_stmt* row) {
+  using namespace orxdb;
+  const auto count = static_cast<ULONG>(sqlite3_column_count(row));
+  const SafeArray names = SafeArray::Vector(VT_BSTR, count);
+  const SafeArray values = SafeArray::Vector(VT_VARIANT, count);
+  const ArrayAccess<BSTR> name(names.get());
+  const ArrayAccess<VARIANT> value(values.get());
+  for (ULONG i = 0; i < count; ++i) {
+    const int column = static_cast<int>(i);
+    name[i] = SysAllocString(static_cast<const OLECHAR*>(sqlite3_column_name16(row, column)));
+    switch (sqlite3_column_type(row, column)) {
+      case SQLITE_INTEGER:
+        value[i] = Variant::FromI4(sqlite3_column_int(row, column)).detach();
+        break;
+      case SQLITE_FLOAT:
+        value[i] = Variant::FromR8(sqlite3_column_double(row, column)).detach();
+        break;
+      case SQLITE_TEXT:
+        value[i] =
+            Variant::FromText(static_cast<const OLECHAR*>(sqlite3_column_text16(row, column)))
+                .detach();
+        break;
+      default:
+        value[i].vt = VT_NULL;
+    }
+  }
+  benchmark::DoNotOptimize(values.get());
+  return static_cast<std::int64_t>(count);
 }

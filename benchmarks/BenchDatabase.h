@@ -15,6 +15,9 @@ inline constexpr int kToolTables = 40;
 /// kept in the temporary folder for the other benchmarks of the run.
 const std::string& BenchDatabase(std::int64_t tools);
 
+/// A copy of that database which one benchmark may change; removed at the end of the run.
+std::string BenchDatabaseCopy(std::int64_t tools);
+
 struct CloseDatabase {
   void operator()(sqlite3* database) const { sqlite3_close_v2(database); }
 };
@@ -29,3 +32,6 @@ PlainDatabase OpenPlain(const std::string& path);
 PlainStatement Prepare(sqlite3* database, const std::string& sql);
 /// Reads every column of the current row by its type, as a careful program would.
 std::int64_t ReadRow(sqlite3_stmt* row);
+/// Makes the current row a pair of property arrays, as a program that hands them on would, and
+/// gives the number of fields.
+std::int64_t BuildArrays(sqlite3_stmt* row);

@@ -31,11 +31,11 @@ std::pair<double, std::int64_t> Timed(const std::function<std::int64_t()>& work)
   return {std::chrono::duration<double>(Clock::now() - begin).count(), items};
 }
 
+}  // namespace
+
 void Check(HRESULT result) {
   if (result != S_OK) throw std::runtime_error("a method of the component failed");
 }
-
-}  // namespace
 
 ComPtr<IOrxDbObj> CreateObject() {
   ComPtr<IClassFactory> factory;

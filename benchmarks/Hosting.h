@@ -13,6 +13,9 @@ orxdb::ComPtr<IOrxDbObj> CreateObject();
 /// The same with the database open; throws when it does not open.
 orxdb::ComPtr<IOrxDbObj> OpenObject(const std::string& path);
 
+/// Throws when a method did not succeed.
+void Check(HRESULT result);
+
 /// Sets the filter and the ordering ("" for none), walks the table and gives the number of tools.
 std::int64_t WalkTools(IOrxDbObj& object, const std::string& where, const std::string& order);
 

@@ -31,8 +31,8 @@ Recordset::Recordset(std::shared_ptr<Connection> connection, SelectText select,
       m_source(QuerySource::Of(*m_connection, m_select, name)),
       m_reader(*m_connection, m_select, *m_source),
       m_snapshot(snapshot || m_source->table.empty()),
-      m_block(static_cast<int>(m_source->fields.size())),
-      m_incoming(static_cast<int>(m_source->fields.size())) {
+      m_block{RowBlock(static_cast<int>(m_source->fields.size()))},
+      m_other{RowBlock(static_cast<int>(m_source->fields.size()))} {
   Requery();
 }
 
@@ -45,7 +45,8 @@ void Recordset::Requery() {
   }
   m_all.reset();
   m_matching.reset();
-  m_block.Clear();
+  m_block.rows.Clear();
+  m_other.rows.Clear();
   m_place = Place::First;
   m_reachedAll = false;
   m_reachedKey = std::numeric_limits<std::int64_t>::min();
@@ -156,26 +157,25 @@ bool Recordset::Seek(const Criteria& criteria, Which which) {
 bool Recordset::SeekInKeyOrder(const Criteria& criteria, Which which, ChangeStamp stamp) {
   std::size_t most = 1;
   if (which == Which::Next) {
-    const bool inRun = m_block.Size() > 0 && m_blockStamp == stamp && m_place == Place::On &&
-                       m_block.Key(m_row) == m_key && m_blockCriteria == criteria;
-    if (inRun && m_row + 1 < m_block.Size()) {
-      ComeTo(m_block.Key(++m_row));
+    const bool inRun = m_block.rows.Size() > 0 && m_block.stamp == stamp && m_place == Place::On &&
+                       m_block.rows.Key(m_row) == m_key && m_block.criteria == criteria;
+    if (inRun && m_row + 1 < m_block.rows.Size()) {
+      ComeTo(m_block.rows.Key(++m_row));
       return true;
     }
     // Where every block would mean sorting the rest again, the keys are listed once.
     const bool listed =
         m_matching && m_matching->stamp == stamp && m_matching->criteria == criteria;
-    if (listed || (inRun && m_blockSorted)) {
+    if (listed || (inRun && m_block.sorted)) {
       return Step(MatchingRecords(criteria, stamp), which, stamp);
     }
     // Who goes on walking gets more rows at a time.
-    if (inRun) most = std::min(m_blockSize * 4, RowReader::kBlockRows);
+    if (inRun) most = std::min(m_block.size * 4, RowReader::kBlockRows);
   }
-  const bool sorted = m_reader.Read(criteria, which, m_key, most, m_incoming);
-  if (!Take(m_incoming, stamp)) return false;
-  m_blockSorted = sorted;
-  m_blockCriteria = criteria;
-  m_blockSize = most;
+  const bool sorted = m_reader.Read(criteria, which, m_key, most, Incoming());
+  if (!Take(criteria, stamp)) return false;
+  m_block.sorted = sorted;
+  m_block.size = most;
   return true;
 }
 
@@ -183,8 +183,8 @@ bool Recordset::SeekInList(const Criteria& criteria, Which which, ChangeStamp st
   if (criteria.text.empty()) return Step(AllRecords(), which, stamp);
   // One record is found without listing all that match, as long as no list says otherwise.
   if (which != Which::Next && (!m_all || m_all->stamp == stamp)) {
-    m_reader.Read(criteria, which, 0, 1, m_incoming);
-    if (!Take(m_incoming, stamp)) return false;
+    m_reader.Read(criteria, which, 0, 1, Incoming());
+    if (!Take(criteria, stamp)) return false;
     m_finding = {criteria, which};
     return true;
   }
@@ -209,22 +209,22 @@ bool Recordset::Step(Listing& listing, Which which, ChangeStamp stamp) {
   const std::size_t size = listing.keys.Size();
   if (which == Which::Last) {
     for (std::size_t index = size; index-- > 0;) {
-      m_reader.ReadListed(listing.keys, index, 1, m_incoming);
-      if (TakeListed(listing, stamp)) return true;
+      m_reader.ReadListed(listing.keys, index, 1, Incoming());
+      if (Take(listing.criteria, stamp)) return true;
     }
     return false;
   }
   const bool next = which == Which::Next;
   std::size_t index = next ? IndexBehind(listing) : 0;
-  if (next && index < size && m_blockStamp == stamp && m_row + 1 < m_block.Size() &&
-      m_block.Key(m_row + 1) == listing.keys[index]) {
-    ComeTo(m_block.Key(++m_row));
+  if (next && index < size && m_block.stamp == stamp && m_row + 1 < m_block.rows.Size() &&
+      m_block.rows.Key(m_row + 1) == listing.keys[index]) {
+    ComeTo(m_block.rows.Key(++m_row));
     return true;
   }
   std::size_t most = next ? RowReader::kBlockRows : 1;
   for (; index < size; index += most) {
-    m_reader.ReadListed(listing.keys, index, most, m_incoming);
-    if (TakeListed(listing, stamp)) return true;
+    m_reader.ReadListed(listing.keys, index, most, Incoming());
+    if (Take(listing.criteria, stamp)) return true;
   }
   return false;
 }
@@ -299,21 +299,36 @@ void Recordset::ComeTo(std::int64_t key) {
   m_reachedKey = std::max(m_reachedKey, key);
 }
 
-/// Makes rows just read the block and the first of them the current record.
-bool Recordset::Take(RowBlock& rows, ChangeStamp stamp) {
-  if (rows.Size() == 0) return false;
-  std::swap(m_block, rows);
-  m_blockStamp = stamp;
+/// Where the next rows are read; what was there no longer counts.
+RowBlock& Recordset::Incoming() {
+  m_other.stamp = {};
+  return m_other.rows;
+}
+
+/// Makes rows just read the block and the first of them the current record; false without rows.
+bool Recordset::Take(const Criteria& criteria, ChangeStamp stamp) {
+  if (m_other.rows.Size() == 0) return false;
+  std::swap(m_block, m_other);
+  m_block.stamp = stamp;
+  m_block.criteria = criteria;
+  m_block.size = 1;
+  m_block.sorted = false;
   m_row = 0;
-  ComeTo(m_block.Key(0));
+  ComeTo(m_block.rows.Key(0));
   return true;
 }
 
-/// The same for rows just read from a list: what chose the list chose the block's rows.
-bool Recordset::TakeListed(const Listing& listing, ChangeStamp stamp) {
-  if (!Take(m_incoming, stamp)) return false;
-  m_blockCriteria = listing.criteria;
-  return true;
+/// Makes a record current that has been read before and has not changed since.
+bool Recordset::ComeToLoaded(std::int64_t key, ChangeStamp stamp) {
+  for (Block* block : {&m_block, &m_other}) {
+    const std::size_t row = block->stamp == stamp ? block->rows.Find(key) : block->rows.Size();
+    if (row >= block->rows.Size()) continue;
+    if (block != &m_block) std::swap(m_block, m_other);
+    m_row = row;
+    ComeTo(key);
+    return true;
+  }
+  return false;
 }
 
 // --- Reading
@@ -325,13 +340,11 @@ Recordset::RowPlace Recordset::CurrentRow() {
   if (m_place != Place::On) RaiseNoRecord();
   if (m_copy) return {&m_copy->Rows(), static_cast<std::size_t>(m_key)};
   const ChangeStamp stamp = m_connection->Stamp();
-  if (m_row >= m_block.Size() || m_block.Key(m_row) != m_key || m_blockStamp != stamp) {
-    m_reader.ReadRecord(m_key, m_incoming);
-    if (!Take(m_incoming, stamp)) RaiseDeleted();
-    m_blockCriteria = {};
-    m_blockSize = 1;
+  if (m_row >= m_block.rows.Size() || m_block.rows.Key(m_row) != m_key || m_block.stamp != stamp) {
+    m_reader.ReadRecord(m_key, Incoming());
+    if (!Take({}, stamp)) RaiseDeleted();
   }
-  return {&m_block, m_row};
+  return {&m_block.rows, m_row};
 }
 
 CellView Recordset::CurrentCell(const RowPlace& place, std::size_t field) const {
@@ -396,20 +409,14 @@ void Recordset::GoTo(std::span<const unsigned char> bookmark) {
     return;
   }
   const ChangeStamp stamp = m_connection->Stamp();
-  const std::size_t row = m_blockStamp == stamp ? m_block.Find(key) : m_block.Size();
-  if (row < m_block.Size()) {
+  if (ComeToLoaded(key, stamp)) {
     DropEdit();
-    m_row = row;
-    ComeTo(key);
     return;
   }
   if (!m_reader.Admits(key) || (m_all && !m_all->keys.Rank(key))) RaiseBadBookmark();
-  m_reader.ReadRecord(key, m_incoming);
-  if (m_incoming.Size() == 0) RaiseBadBookmark();
+  m_reader.ReadRecord(key, Incoming());
+  if (!Take({}, stamp)) RaiseBadBookmark();
   DropEdit();
-  Take(m_incoming, stamp);
-  m_blockCriteria = {};
-  m_blockSize = 1;
 }
 
 // --- Edits

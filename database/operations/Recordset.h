@@ -81,6 +81,15 @@ class Recordset {
     std::optional<std::pair<std::int64_t, std::size_t>> lost;
   };
 
+  /// Rows, what chose them, how many were asked for, and when.
+  struct Block {
+    RowBlock rows;
+    ChangeStamp stamp = {};
+    Criteria criteria = {};
+    std::size_t size = 1;
+    bool sorted = false;  ///< SQLite had to sort before it gave them
+  };
+
   // Moving and finding
   void Settle();
   bool Seek(const Criteria& criteria, Which which);
@@ -94,8 +103,9 @@ class Recordset {
   Listing& MatchingRecords(const Criteria& criteria, ChangeStamp stamp);
   const Criteria& Translate(const std::string& text);
   void ComeTo(std::int64_t key);
-  bool Take(RowBlock& rows, ChangeStamp stamp);
-  bool TakeListed(const Listing& listing, ChangeStamp stamp);
+  RowBlock& Incoming();
+  bool Take(const Criteria& criteria, ChangeStamp stamp);
+  bool ComeToLoaded(std::int64_t key, ChangeStamp stamp);
 
   // Reading
   struct RowPlace {
@@ -117,13 +127,9 @@ class Recordset {
   Place m_place = Place::First;
   std::int64_t m_key = 0;  ///< of the current record; of a copy, the row's index
 
-  RowBlock m_block;          ///< rows read ahead, or just the current one
-  RowBlock m_incoming;       ///< read while `m_block` may have to stay
-  std::size_t m_row = 0;     ///< the current record's row in the block
-  ChangeStamp m_blockStamp;  ///< when the block was read
-  Criteria m_blockCriteria;  ///< what chose its rows
-  std::size_t m_blockSize = 1;
-  bool m_blockSorted = false;  ///< SQLite had to sort before it gave the block
+  Block m_block;          ///< rows read ahead, or just the current one
+  Block m_other;          ///< where rows are read; then the block before, for a way back
+  std::size_t m_row = 0;  ///< the current record's row in the block
 
   std::string m_criteriaText;  ///< of the last find, as the host said it
   Criteria m_criteria;
