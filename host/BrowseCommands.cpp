@@ -7,7 +7,6 @@
 #include <memory>
 
 #include "host/Commands.h"
-#include "host/HostError.h"
 #include "host/ToolDatabase.h"
 
 namespace orxdb {
@@ -32,21 +31,18 @@ void ShowTypes(const Settings& settings) {
   writer->End();
 }
 
-/// Positions of the columns to show, by `names` of all.
+/// Positions of the properties to show.
 std::vector<std::size_t> Chosen(ToolDatabase& database, const ListOptions& options,
-                                const std::vector<std::string>& names) {
+                                const std::vector<Property>& properties) {
   std::vector<std::size_t> positions;
   for (const std::string& column : options.columns) {
-    const auto found = std::ranges::find(names, column);
-    if (found == names.end()) {
-      throw HostError("The tools of " + options.table + " have no property '" + column +
-                      "'. They have: " + CLI::detail::join(names, ", ") + '.');
-    }
-    positions.push_back(static_cast<std::size_t>(found - names.begin()));
+    const auto found = std::ranges::find(properties, column, &Property::name);
+    if (found == properties.end()) throw NoSuchProperty(options.table, column, properties);
+    positions.push_back(static_cast<std::size_t>(found - properties.begin()));
   }
   if (options.columns.empty()) {
-    for (std::size_t i = 0; i < names.size(); ++i) {
-      if (options.all || !database.IsHidden(names[i])) positions.push_back(i);
+    for (std::size_t i = 0; i < properties.size(); ++i) {
+      if (options.all || !database.IsHidden(properties[i].name)) positions.push_back(i);
     }
   }
   return positions;
@@ -55,22 +51,15 @@ std::vector<std::size_t> Chosen(ToolDatabase& database, const ListOptions& optio
 void List(const Settings& settings, ListOptions options) {
   ToolDatabase database(settings.database);
   options.table = database.TableNamed(options.table);
+  const std::vector<Property> properties = database.Properties(options.table);
+  const std::vector<std::size_t> positions = Chosen(database, options, properties);
   database.Select(options.table, options.where, options.order);
   ToolWalk walk(database, options.table, options.where);
+  if (!walk) std::fputs("No tool is selected.\n", stderr);
 
-  std::vector<std::string> names = walk.Names();
-  if (!walk) {
-    std::fputs("No tool is selected.\n", stderr);
-    // Without a tool there are no names; any other tool of the table has the same.
-    database.Select(options.table, {}, {});
-    names = ToolWalk(database, options.table, {}).Names();
-  }
-  if (names.empty()) names = options.columns;  // an empty table
-
-  const std::vector<std::size_t> positions = Chosen(database, options, names);
   std::vector<std::string> header;
   header.reserve(positions.size());
-  for (const std::size_t position : positions) header.push_back(names[position]);
+  for (const std::size_t position : positions) header.push_back(properties[position].name);
   const auto writer = MakeRowWriter(settings.format);
   writer->Header(header);
   for (std::uint64_t count = 0; walk && count < options.limit; ++count) {
@@ -94,17 +83,17 @@ void Count(const Settings& settings, const std::string& name, const std::string&
   WriteRow(settings.format, {"Table", "Count"}, {Cell::Text(table), Cell::Number(count)});
 }
 
-void AddTable(CLI::App& verb, std::string& table) {
-  verb.add_option("TABLE", table, "Tool table, as `orxdb types` names it")
-      ->required()
-      ->type_name("");
-}
-
 void AddFilter(CLI::App& verb, std::string& where) {
   verb.add_option("--where", where, "Only tools that meet a condition")->type_name("FILTER");
 }
 
 }  // namespace
+
+void AddTable(CLI::App& verb, std::string& table) {
+  verb.add_option("TABLE", table, "Tool table, as `orxdb types` names it")
+      ->required()
+      ->type_name("");
+}
 
 void AddBrowseCommands(CLI::App& app, const Settings& settings) {
   CLI::App* types = app.add_subcommand("types", "List the kinds of tools");

@@ -1,5 +1,6 @@
 #include "host/Cell.h"
 
+#include <algorithm>
 #include <array>
 #include <charconv>
 #include <cmath>
@@ -35,6 +36,10 @@ Cell OfBytes(SAFEARRAY* bytes) {
   return Cell::Text(text);
 }
 
+char Folded(char c) {
+  return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c;
+}
+
 }  // namespace
 
 Cell Cell::Of(const VARIANT& value) {
@@ -59,6 +64,10 @@ Cell Cell::Of(const VARIANT& value) {
       return {isText ? Kind::Text : Kind::Number, NarrowBstr(text.get().bstrVal)};
     }
   }
+}
+
+bool EqualIgnoringCase(std::string_view left, std::string_view right) {
+  return std::ranges::equal(left, right, {}, Folded, Folded);
 }
 
 }  // namespace orxdb

@@ -20,6 +20,11 @@ struct Cell {
   static Cell Number(long long number) { return {Kind::Number, std::to_string(number)}; }
   /// Reals get the shortest text that reads back as the same number.
   static Cell Of(const VARIANT& value);
+
+  bool operator==(const Cell&) const = default;
 };
+
+/// Whether two names differ at most in the case of the letters A to Z.
+bool EqualIgnoringCase(std::string_view left, std::string_view right);
 
 }  // namespace orxdb

@@ -21,4 +21,10 @@ struct Settings {
 void AddCreateCommand(CLI::App& app, const Settings& settings);
 void AddBrowseCommands(CLI::App& app, const Settings& settings);
 
+void AddPropertyCommands(CLI::App& app, const Settings& settings);
+void AddEditCommands(CLI::App& app, const Settings& settings);
+
+/// The argument TABLE that most verbs have.
+void AddTable(CLI::App& verb, std::string& table);
+
 }  // namespace orxdb

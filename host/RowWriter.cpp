@@ -69,16 +69,18 @@ class TsvWriter : public LineWriter {
   }
 };
 
+/// Only the last cell of each row.
+class BareWriter : public TsvWriter {
+  void Header(const std::vector<std::string>&) override {}
+  void Row(std::vector<Cell> cells) override { TsvWriter::Row({std::move(cells.back())}); }
+};
+
 class JsonWriter : public RowWriter {
   void Header(const std::vector<std::string>& columns) override {
     std::ranges::transform(columns, std::back_inserter(m_columns), Quoted);
   }
   void Row(std::vector<Cell> cells) override {
-    std::vector<std::string> members;
-    for (std::size_t i = 0; i < cells.size(); ++i) {
-      members.push_back(m_columns[i] + ": " + ValueOf(cells[i]));
-    }
-    Put((m_first ? "[\n  {" : ",\n  {") + Joined(members, ", ") + '}');
+    Put((m_first ? "[\n  {" : ",\n  {") + Joined(Members(cells), ", ") + '}');
     m_first = false;
   }
   void End() override {
@@ -86,6 +88,16 @@ class JsonWriter : public RowWriter {
     RowWriter::End();
   }
 
+ protected:
+  std::vector<std::string> Members(const std::vector<Cell>& cells) const {
+    std::vector<std::string> members;
+    for (std::size_t i = 0; i < cells.size(); ++i) {
+      members.push_back(m_columns[i] + ": " + ValueOf(cells[i]));
+    }
+    return members;
+  }
+
+ private:
   static std::string Quoted(const std::string& text) {
     return nlohmann::json(text).dump(-1, ' ', false, nlohmann::json::error_handler_t::replace);
   }
@@ -96,6 +108,14 @@ class JsonWriter : public RowWriter {
 
   std::vector<std::string> m_columns;
   bool m_first = true;
+};
+
+/// One row as an object, a member a line.
+class ObjectWriter : public JsonWriter {
+  void Row(std::vector<Cell> cells) override {
+    Put("{\n  " + Joined(Members(cells), ",\n  ") + "\n}\n");
+  }
+  void End() override { RowWriter::End(); }
 };
 
 /// Needs all rows before the first line, to know how wide the columns are.
@@ -189,15 +209,29 @@ std::unique_ptr<RowWriter> MakeRowWriter(Format format) {
   return std::make_unique<TableWriter>();
 }
 
+std::unique_ptr<RowWriter> MakeBareWriter(Format format) {
+  return format == Format::Table ? std::make_unique<BareWriter>() : MakeRowWriter(format);
+}
+
 void WriteRow(Format format, const std::vector<std::string>& columns, std::vector<Cell> row) {
-  const bool forPeople = format == Format::Table;
-  const auto writer = MakeRowWriter(forPeople ? Format::Tsv : format);
-  if (forPeople) {
-    row.erase(row.begin(), row.end() - 1);
-  } else {
-    writer->Header(columns);
-  }
+  const auto writer = MakeBareWriter(format);
+  writer->Header(columns);
   writer->Row(std::move(row));
+  writer->End();
+}
+
+void WriteRecord(Format format, const std::vector<std::string>& names, std::vector<Cell> values) {
+  const auto writer =
+      format == Format::Json ? std::make_unique<ObjectWriter>() : MakeRowWriter(format);
+  if (format == Format::Table) {
+    writer->Header({"Property", "Value"});
+    for (std::size_t i = 0; i < names.size(); ++i) {
+      writer->Row({Cell::Text(names[i]), std::move(values[i])});
+    }
+  } else {
+    writer->Header(names);
+    writer->Row(std::move(values));
+  }
   writer->End();
 }
 

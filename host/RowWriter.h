@@ -33,8 +33,14 @@ class RowWriter {
 
 std::unique_ptr<RowWriter> MakeRowWriter(Format format);
 
-/// One row alone. For people it is only the text of its last cell.
+/// Writes rows whose last cell is all that people want to see, one a line without a header.
+std::unique_ptr<RowWriter> MakeBareWriter(Format format);
+
+/// One such row alone.
 void WriteRow(Format format, const std::vector<std::string>& columns, std::vector<Cell> row);
+
+/// One record: a property a line for people, one object as JSON, a header and a row otherwise.
+void WriteRecord(Format format, const std::vector<std::string>& names, std::vector<Cell> values);
 
 /// Number of places that text takes on a terminal: none for combining characters, two for wide
 /// ones.

@@ -4,7 +4,6 @@
 #include <filesystem>
 
 #include "host/DatabaseFile.h"
-#include "host/HostError.h"
 #include "platform/automation/ClassObject.h"
 #include "platform/framework/ExecutablePath.h"
 #include "platform/framework/Text.h"
@@ -63,11 +62,40 @@ std::vector<ToolType> ReadTypes(IOrxDbObj& component) {
   return types;
 }
 
-char Folded(char c) {
-  return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c;
+std::vector<Cell> CellsOf(const Variant& array) {
+  std::vector<Cell> cells;
+  if (array.type() == (VT_ARRAY | VT_VARIANT)) {
+    for (const VARIANT& value : ArrayAccess<VARIANT>(array.get().parray)) {
+      cells.push_back(Cell::Of(value));
+    }
+  }
+  return cells;
+}
+
+/// Names that follow from no property come with blanks behind them.
+std::string WithoutBlanks(const Bstr& name) {
+  std::string text = NarrowBstr(name.get());
+  text.erase(text.find_last_not_of(' ') + 1);
+  return text;
 }
 
 }  // namespace
+
+HostError NoSuchProperty(const std::string& table, const std::string& name,
+                         const std::vector<Property>& properties) {
+  std::string known;
+  for (const Property& property : properties) known += (known.empty() ? "" : ", ") + property.name;
+  return HostError("The tools of " + table + " have no property " + Cited(name) +
+                   ". They have: " + known + '.');
+}
+
+std::vector<std::string> ToolProperties::Names() const {
+  return Texts(names);
+}
+
+std::vector<Cell> ToolProperties::Cells() const {
+  return CellsOf(values);
+}
 
 ToolDatabase::ToolDatabase(const std::string& file) : m_component(CreateComponent()) {
   if (file.empty()) {
@@ -86,7 +114,7 @@ std::string ToolDatabase::TableNamed(const std::string& name) const {
   const ToolType* match = nullptr;
   for (const ToolType& type : m_types) {
     if (type.table == name) return name;
-    if (std::ranges::equal(type.table, name, {}, Folded, Folded)) match = &type;
+    if (EqualIgnoringCase(type.table, name)) match = &type;
   }
   if (!match) {
     throw HostError("There is no tool table " + Cited(name) + ". `orxdb types` lists them.");
@@ -118,6 +146,71 @@ bool ToolDatabase::IsHidden(const std::string& property) {
   return hidden != VARIANT_FALSE;
 }
 
+std::vector<Property> ToolDatabase::Properties(const std::string& table) {
+  Variant names;
+  Variant types;
+  m_component->GetPropsTypes(WidenToBstr(table).get(), names.put(), types.put());
+  const std::vector<std::string> texts = Texts(names);
+  const ArrayAccess<SHORT> codes(types.type() == (VT_ARRAY | VT_I2) ? types.get().parray : nullptr);
+  if (texts.empty() || codes.size() != texts.size()) {
+    throw HostError("The properties of " + table + " cannot be read.");
+  }
+  std::vector<Property> properties;
+  for (std::size_t i = 0; i < texts.size(); ++i) {
+    properties.push_back({texts[i], static_cast<VARTYPE>(codes[i])});
+  }
+  return properties;
+}
+
+std::vector<std::string> ToolDatabase::SearchParams(const std::string& table) {
+  Variant names;
+  m_component->GetSearchParamNames(WidenToBstr(table).get(), names.put());
+  return Texts(names);
+}
+
+std::optional<std::vector<Cell>> ToolDatabase::PermissibleValues(const std::string& table,
+                                                                 const std::string& property) {
+  Variant values;
+  // Without a diameter the tapping heads of taps are all listed.
+  m_component->GetPermissibleValues(WidenToBstr(table).get(), WidenToBstr(property).get(), 0,
+                                    values.put());
+  if (values.empty()) return std::nullopt;
+  return CellsOf(values);
+}
+
+ToolProperties ToolDatabase::Find(const std::string& table, LONG id) {
+  ToolProperties tool;
+  if (FAILED(m_component->GetToolProps(WidenToBstr(table).get(), id, tool.names.put(),
+                                       tool.values.put()))) {
+    throw HostError("The tools of " + table + " cannot be read.");
+  }
+  return tool;
+}
+
+ToolProperties ToolDatabase::Get(const std::string& table, LONG id) {
+  ToolProperties tool = Find(table, id);
+  if (!tool) throw HostError("There is no tool " + std::to_string(id) + " in " + table + '.');
+  return tool;
+}
+
+std::string ToolDatabase::DefaultName(const std::string& table, LONG id) {
+  Bstr name;
+  m_component->GenerateDefToolName(WidenToBstr(table).get(), id, name.put());
+  return WithoutBlanks(name);
+}
+
+std::string ToolDatabase::DefaultName(const std::string& table, ToolProperties tool) {
+  Bstr name;
+  m_component->GenerateDefToolName2(WidenToBstr(table).get(), tool.names.ptr(), tool.values.ptr(),
+                                    name.put());
+  return WithoutBlanks(name);
+}
+
+bool ToolDatabase::IsKey(const std::string& table, const std::string& property) {
+  // A query over several tables may show the key under its full name.
+  return property == "ID" || property == table + ".ID";
+}
+
 ToolWalk::ToolWalk(ToolDatabase& database, const std::string& table, const std::string& filter)
     : m_database(database), m_table(WidenToBstr(table)) {
   Variant names;
@@ -126,7 +219,6 @@ ToolWalk::ToolWalk(ToolDatabase& database, const std::string& table, const std::
                         ? "The tools of " + table + " cannot be read."
                         : "The database does not accept the filter " + Cited(filter) + ".");
   }
-  m_names = Texts(names);
 }
 
 void ToolWalk::Next() {

@@ -2,11 +2,13 @@
 // IOrxDbObj.
 #pragma once
 
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
 
 #include "host/Cell.h"
+#include "host/HostError.h"
 #include "interface/IOrxDbObj.h"
 #include "platform/automation/ComPtr.h"
 #include "platform/automation/SafeArray.h"
@@ -19,6 +21,27 @@ struct ToolType {
   std::string type;
   std::string subtype;
   std::string table;
+};
+
+/// One property of a table's tools.
+struct Property {
+  std::string name;
+  VARTYPE type = VT_NULL;  ///< VT_NULL for a type of the database that the component does not know
+};
+
+/// The message for a property that a table's tools do not have; names those that they have.
+HostError NoSuchProperty(const std::string& table, const std::string& name,
+                         const std::vector<Property>& properties);
+
+/// The property arrays of one tool, or of none.
+struct ToolProperties {
+  Variant names;
+  Variant values;
+
+  explicit operator bool() const noexcept { return !values.empty(); }
+  std::vector<std::string> Names() const;
+  /// One for each name.
+  std::vector<Cell> Cells() const;
 };
 
 /// An open tool database. Operations throw HostError.
@@ -41,6 +64,25 @@ class ToolDatabase {
   /// Whether the property is not meant for people.
   bool IsHidden(const std::string& property);
 
+  /// All properties of the table's tools, in the table's order.
+  std::vector<Property> Properties(const std::string& table);
+  /// Names of the properties that tools are searched by.
+  std::vector<std::string> SearchParams(const std::string& table);
+  /// What a looked-up property may be; nothing for any other.
+  std::optional<std::vector<Cell>> PermissibleValues(const std::string& table,
+                                                     const std::string& property);
+  /// The tool with that identifier; none when there is no such tool.
+  ToolProperties Find(const std::string& table, LONG id);
+  /// The same, for a tool that must be there.
+  ToolProperties Get(const std::string& table, LONG id);
+
+  /// The name that the table's name format gives to a stored tool.
+  std::string DefaultName(const std::string& table, LONG id);
+  /// The same for a new tool, not yet in use where names have to be unique.
+  std::string DefaultName(const std::string& table, ToolProperties tool);
+  /// Whether a property is the number that the database gives each tool of the table.
+  static bool IsKey(const std::string& table, const std::string& property);
+
  private:
   ComPtr<IOrxDbObj> m_component;
   std::vector<ToolType> m_types;
@@ -48,7 +90,7 @@ class ToolDatabase {
 
 /// A walk over the tools that a table's filter selects:
 ///
-///   for (ToolWalk walk(database, "TAP"); walk; walk.Next()) Use(walk.Names(), walk.Value(0));
+///   for (ToolWalk walk(database, "TAP", {}); walk; walk.Next()) Use(walk.Values({0}));
 class ToolWalk {
  public:
   /// Stands on the first tool, if there is one. `filter` is for the message when it is refused.
@@ -58,15 +100,12 @@ class ToolWalk {
   explicit operator bool() const noexcept { return !m_values.empty(); }
   void Next();
 
-  /// Names of the properties, in the table's order; none when no tool was found at all.
-  const std::vector<std::string>& Names() const noexcept { return m_names; }
-  /// Values of the tool, one for each name.
+  /// Values of the tool at positions of the table's properties.
   std::vector<Cell> Values(const std::vector<std::size_t>& positions) const;
 
  private:
   ToolDatabase& m_database;
   Bstr m_table;
-  std::vector<std::string> m_names;
   Variant m_values;
 };
 
