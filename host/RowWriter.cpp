@@ -75,26 +75,19 @@ class BareWriter : public TsvWriter {
   void Row(std::vector<Cell> cells) override { TsvWriter::Row({std::move(cells.back())}); }
 };
 
+/// Rows as objects.
 class JsonWriter : public RowWriter {
   void Header(const std::vector<std::string>& columns) override {
     std::ranges::transform(columns, std::back_inserter(m_columns), Quoted);
   }
-  void Row(std::vector<Cell> cells) override {
-    Put((m_first ? "[\n  {" : ",\n  {") + Joined(Members(cells), ", ") + '}');
-    m_first = false;
-  }
-  void End() override {
-    Put(m_first ? "[]\n" : "\n]\n");
-    RowWriter::End();
-  }
 
  protected:
-  std::vector<std::string> Members(const std::vector<Cell>& cells) const {
+  std::string Object(const std::vector<Cell>& cells, std::string_view separator) const {
     std::vector<std::string> members;
     for (std::size_t i = 0; i < cells.size(); ++i) {
       members.push_back(m_columns[i] + ": " + ValueOf(cells[i]));
     }
-    return members;
+    return Joined(members, separator);
   }
 
  private:
@@ -107,15 +100,25 @@ class JsonWriter : public RowWriter {
   }
 
   std::vector<std::string> m_columns;
+};
+
+/// An array of objects.
+class ArrayWriter : public JsonWriter {
+  void Row(std::vector<Cell> cells) override {
+    Put((m_first ? "[\n  {" : ",\n  {") + Object(cells, ", ") + '}');
+    m_first = false;
+  }
+  void End() override {
+    Put(m_first ? "[]\n" : "\n]\n");
+    JsonWriter::End();
+  }
+
   bool m_first = true;
 };
 
-/// One row as an object, a member a line.
+/// One object, a member a line.
 class ObjectWriter : public JsonWriter {
-  void Row(std::vector<Cell> cells) override {
-    Put("{\n  " + Joined(Members(cells), ",\n  ") + "\n}\n");
-  }
-  void End() override { RowWriter::End(); }
+  void Row(std::vector<Cell> cells) override { Put("{\n  " + Object(cells, ",\n  ") + "\n}\n"); }
 };
 
 /// Needs all rows before the first line, to know how wide the columns are.
@@ -198,7 +201,7 @@ void RowWriter::End() {
 std::unique_ptr<RowWriter> MakeRowWriter(Format format) {
   switch (format) {
     case Format::Json:
-      return std::make_unique<JsonWriter>();
+      return std::make_unique<ArrayWriter>();
     case Format::Csv:
       return std::make_unique<CsvWriter>();
     case Format::Tsv:

@@ -154,6 +154,7 @@ std::vector<Assignments> ReadTools(ToolDatabase& database, const std::string& ta
   const Description others = FromWords(words);
   ToolReader reader(database, table);
   std::vector<Assignments> tools;
+  tools.reserve(descriptions.size());
   for (const Description& description : descriptions) {
     tools.push_back(reader.Read(description, others));
   }

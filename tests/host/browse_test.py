@@ -103,15 +103,19 @@ class Browse(Orxdb):
             self.assertTrue(error, arguments)
 
     def test_help_examples_run(self):
-        for verb in ("create", "types", "list", "count"):
+        verbs = re.findall(r"^  (\S+) ", self.ok("--help").split("Verbs:\n")[1].split("\n\n")[0],
+                           re.MULTILINE)
+        self.assertGreater(len(verbs), 10)
+        for verb in verbs:
+            shutil.copy(self.starter, self.database)
             code, output, error = run(verb, "--help")
             self.assertEqual((code, error), (0, ""))
             example = output.split("Example:\n", 1)[1].replace("\\\n", "").strip()
             self.assertTrue(example.startswith("orxdb "), example)
             line = example.replace("orxdb ", f'"{PROGRAM}" --db "{self.database}" ') \
                 if verb != "create" else example.replace("orxdb ", f'"{PROGRAM}" ')
-            done = subprocess.run(line, shell=True, cwd=self.folder, capture_output=True,
-                                  check=False, timeout=60)
+            done = subprocess.run("set -e\n" + line, shell=True, cwd=self.folder,
+                                  capture_output=True, check=False, timeout=60)
             self.assertEqual((done.returncode, done.stderr), (0, b""), line)
             self.assertTrue(done.stdout, line)
 
