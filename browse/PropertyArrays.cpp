@@ -40,6 +40,20 @@ Variant FieldValues(const CDaoRecordset& records) {
   return Variant::FromArray(VT_VARIANT, std::move(array));
 }
 
+void PropertyArrays::HandOut(VARIANT* outNames, VARIANT* outValues) && {
+  if (values.empty()) return;
+  *outNames = names.detach();
+  *outValues = values.detach();
+}
+
+bool HasCurrentRecord(const CDaoRecordset& records) {
+  return !records.IsEOF() && !records.IsBOF();
+}
+
+PropertyArrays ReadRecord(const CDaoRecordset& records) {
+  return {.names = FieldNames(records), .values = FieldValues(records)};
+}
+
 SAFEARRAY* CarriedArray(const VARIANT& value, VARTYPE elementType) {
   SAFEARRAY* array = nullptr;
   if (value.vt & VT_ARRAY) {

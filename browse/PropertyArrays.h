@@ -19,6 +19,22 @@ Variant FieldNames(const CDaoRecordset& records);
 /// VT_NULL: VT_ARRAY | VT_VARIANT.
 Variant FieldValues(const CDaoRecordset& records);
 
+/// A pair of property arrays; both empty for no record.
+struct PropertyArrays {
+  Variant names;
+  Variant values;
+
+  /// Hands the arrays to a caller's out-parameters, whose old content is not released. Without a
+  /// record they stay as they are.
+  void HandOut(VARIANT* outNames, VARIANT* outValues) &&;
+};
+
+/// Whether there is a current record.
+bool HasCurrentRecord(const CDaoRecordset& records);
+
+/// The property arrays of the current record.
+PropertyArrays ReadRecord(const CDaoRecordset& records);
+
 /// The array that a caller's value carries, itself or by reference; null when it carries none, or
 /// one with elements of another type.
 SAFEARRAY* CarriedArray(const VARIANT& value, VARTYPE elementType);

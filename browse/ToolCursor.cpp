@@ -7,10 +7,6 @@
 namespace orxdb {
 namespace {
 
-bool HasCurrentRecord(const CDaoRecordset& tools) {
-  return !tools.IsEOF() && !tools.IsBOF();
-}
-
 /// The recordset if its current record has a bookmark, else null.
 CDaoRecordset* BookmarkableSet(const CToolTableInfo& table) {
   CDaoRecordset* tools = table.m_pToolSet.get();

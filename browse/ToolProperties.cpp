@@ -1,6 +1,5 @@
 #include "browse/ToolProperties.h"
 
-#include "browse/PropertyArrays.h"
 #include "browse/ToolCursor.h"
 #include "platform/framework/Text.h"
 
@@ -32,11 +31,11 @@ LONG AddTemporaryTool(BSTR table, IOrxDbObj& own) {
 
 }  // namespace
 
-ToolProperties FindToolProperties(const CToolTableInfo& table, LONG id) {
-  ToolProperties properties;
+PropertyArrays FindToolProperties(const CToolTableInfo& table, LONG id) {
+  PropertyArrays properties;
   CDaoRecordset& tools = table.ToolSet();
   UseFoundTool(tools, ToolCriteria(table.m_strTableName, id), [&](bool found) {
-    if (found) properties = {.names = FieldNames(tools), .values = FieldValues(tools)};
+    if (found) properties = ReadRecord(tools);
   });
   return properties;
 }

@@ -3,20 +3,15 @@
 
 #include <string>
 
+#include "browse/PropertyArrays.h"
 #include "database/ToolDbData.h"
 #include "interface/IOrxDbObj.h"
 
 namespace orxdb {
 
-/// A pair of property arrays; both empty for no record.
-struct ToolProperties {
-  Variant names;
-  Variant values;
-};
-
 /// The properties of the tool with that `ID`, whatever the table's filter. The cursor stays on its
 /// record; one without a current record ends on the last tool when a tool was found.
-ToolProperties FindToolProperties(const CToolTableInfo& table, LONG id);
+PropertyArrays FindToolProperties(const CToolTableInfo& table, LONG id);
 
 /// The names of the search parameters, VT_ARRAY | VT_BSTR; empty when there are none. Raises for a
 /// table that is not open and for one with fewer fields than parameters.

@@ -37,14 +37,20 @@ HRESULT RunGuarded(Work&& work) {
   }
 }
 
-/// Runs a method's work under the component's own module state and reports a result other than
-/// S_OK. Without its preconditions the work is skipped, which is E_FAIL.
+/// Runs a method's work and reports a result other than S_OK. Without its preconditions the work is
+/// skipped, which is E_FAIL. The module state stays the caller's.
 template <Guard guard, typename Work>
-HRESULT RunMethod(bool preconditions, Work&& work) {
-  const ModuleStateSwitch active(ComponentModuleState());
+HRESULT RunReported(bool preconditions, Work&& work) {
   const HRESULT result = preconditions ? RunGuarded<guard>(work) : E_FAIL;
   if (result != S_OK) ReportError();
   return result;
+}
+
+/// The same under the component's own module state, as nearly every method runs.
+template <Guard guard, typename Work>
+HRESULT RunMethod(bool preconditions, Work&& work) {
+  const ModuleStateSwitch active(ComponentModuleState());
+  return RunReported<guard>(preconditions, work);
 }
 
 /// Whether an out-parameter is there and empty, as most methods want it.

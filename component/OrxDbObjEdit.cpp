@@ -1,6 +1,7 @@
 // Adding, changing and deleting tools, and their names.
 #include "component/MethodFrame.h"
 #include "component/OrxDbObj.h"
+#include "database/ToolRules.h"
 #include "edit/DefaultName.h"
 #include "edit/ToolNames.h"
 #include "edit/ToolRecords.h"

@@ -18,9 +18,7 @@ HRESULT OrxDbObj::GetToolProps(BSTR bstrToolTable, LONG lDbId, VARIANT* pPropNam
   return RunMethod<Guard::Framework>(ready, [&] {
     const CToolTableInfo* table = FindToolTable(bstrToolTable);
     if (!table) return E_FAIL;
-    auto tool = orxdb::FindToolProperties(*table, lDbId);
-    *pPropNames = tool.names.detach();
-    *pProps = tool.values.detach();
+    orxdb::FindToolProperties(*table, lDbId).HandOut(pPropNames, pProps);
     return S_OK;
   });
 }

@@ -3,7 +3,7 @@
 #include <algorithm>
 
 #include "browse/PropertyArrays.h"
-#include "edit/ToolNames.h"
+#include "database/ToolRules.h"
 #include "platform/framework/Text.h"
 #include "resources/ComponentText.h"
 #include "resources/StringTable.h"

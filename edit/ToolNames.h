@@ -1,19 +1,11 @@
-// Names of tools: which tables have rules for them, and whether one is in use.
+// Whether names of tools are in use.
 #pragma once
 
 #include <string>
-#include <string_view>
 
 #include "database/ToolTableInfo.h"
 
 namespace orxdb {
-
-inline constexpr std::string_view kTappingHeadTable = "TAPPING_HEAD";
-
-/// The tables of taps, which have rules of their own.
-constexpr bool IsTapTable(std::string_view table) {
-  return table == "TAP" || table == "PIPE_TAP";
-}
 
 /// Whether no tool of the table has that `Name`, by the database's comparison of text, as of the
 /// cursor's last query. The name stands between apostrophes as it is, so one with an apostrophe

@@ -1,12 +1,10 @@
 #include "edit/ToolRecords.h"
 
-#include <algorithm>
-#include <array>
 #include <optional>
 
 #include "browse/PropertyArrays.h"
 #include "browse/ToolCursor.h"
-#include "edit/ToolNames.h"
+#include "database/ToolRules.h"
 #include "platform/framework/MessageBox.h"
 #include "platform/framework/Text.h"
 #include "resources/ComponentText.h"
@@ -49,12 +47,8 @@ class PropertyPairs {
   bool m_match = false;
 };
 
-/// Fields of taps that follow from the machining operation; this component never writes them.
 bool IsSkippedField(const CToolTableInfo& table, std::string_view name) {
-  constexpr std::array<std::string_view, 4> kTapFields = {"Approach_Height", "Retraction_Height",
-                                                          "Extra_Depth", "Retraction_Ratio"};
-  return IsTapTable(table.m_strTableName) &&
-         std::ranges::find(kTapFields, name) != kTapFields.end();
+  return IsTapTable(table.m_strTableName) && IsTapOperationField(name);
 }
 
 bool IsNoValue(const VARIANT& value) {
@@ -91,7 +85,7 @@ void ResolveLookup(CDaoDatabase& database, const CDaoFieldInfo& field, LookupMis
   CDaoRecordset sources(&database);
   sources.Open(dbOpenSnapshot, "SELECT * FROM " + field.m_strSourceTable + " WHERE [" +
                                    field.m_strSourceField + "] = '" + text + "'");
-  if (miss == LookupMiss::KeepText && (sources.IsEOF() || sources.IsBOF())) return;
+  if (miss == LookupMiss::KeepText && !HasCurrentRecord(sources)) return;
   sources.MoveFirst();
   sources.GetFieldValue("ID", value);  // raises without a record
 }
@@ -162,7 +156,7 @@ HRESULT ChangeTool(CDaoDatabase& database, const CToolTableInfo& table, LONG id,
   record.Open(AFX_DAO_USE_DEFAULT_TYPE,
               "SELECT * FROM " + table.m_strTableName + " WHERE ID = " + std::to_string(id));
   record.MoveFirst();
-  if (record.IsEOF() || record.IsBOF()) return E_FAIL;
+  if (!HasCurrentRecord(record)) return E_FAIL;
   record.Edit();
 
   const PropertyPairs pairs(names, values, PropertyPairs::ValueDimensions::Any);

@@ -1,0 +1,91 @@
+#include "lookups/PermissibleValues.h"
+
+#include <algorithm>
+#include <vector>
+
+#include "database/ToolRules.h"
+#include "platform/framework/Text.h"
+#include "values/StringVariants.h"
+#include "values/ValueText.h"
+
+namespace orxdb {
+namespace {
+
+Variant ToArray(std::vector<Variant> values) {
+  SafeArray array = NewResultVector(VT_VARIANT, values.size());
+  {
+    const ArrayAccess<VARIANT> elements(array.get());
+    std::ranges::transform(values, elements.begin(), [](Variant& value) { return value.detach(); });
+  }
+  return Variant::FromArray(VT_VARIANT, std::move(array));
+}
+
+Variant WideFieldValue(const CDaoRecordset& records, const std::string& field) {
+  Variant value = records.GetFieldValue(field);
+  WidenStringVariant(value.ptr());
+  return value;
+}
+
+/// The text of a value as the automation runtime converts it; empty for what has none.
+std::u16string Text(const Variant& value) {
+  Variant text;
+  VariantChangeType(text.ptr(), &value.get(), 0, VT_BSTR);
+  return std::u16string(text.type() == VT_BSTR ? View(text.get().bstrVal) : u"");
+}
+
+}  // namespace
+
+Variant PermissibleValues(CDaoDatabase& database, const CToolTableInfo& table,
+                          const std::string& property, double tapDiameter) {
+  CDaoFieldInfo field;
+  table.ToolSet().GetFieldInfo(property, field, AFX_DAO_SECONDARY_INFO);
+  const std::string& source = field.m_strSourceTable;
+  const std::string column = "[" + field.m_strSourceField + "]";
+  if (source.empty() || field.m_strSourceField.empty() || source == table.m_strTableName ||
+      IsTapOperationField(property)) {
+    return {};
+  }
+  const bool headsOfTap =
+      tapDiameter > 0 && property == "TappingHead" && IsTapTable(table.m_strTableName);
+  std::string sql = "SELECT " + column + " FROM ";
+  if (headsOfTap) {
+    const std::string diameter = DoubleToString(tapDiameter, 6);
+    sql += "Q_" + source + " WHERE [AUX_Metric_Min_Diameter]<=" + diameter +
+           " AND [AUX_Metric_Max_Diameter]>=" + diameter;
+  } else {
+    sql += source;
+  }
+  CDaoRecordset rows(&database);
+  rows.Open(AFX_DAO_USE_DEFAULT_TYPE, sql + " ORDER BY " + column);
+  std::vector<Variant> values;
+  for (; HasCurrentRecord(rows); rows.MoveNext()) {
+    values.push_back(WideFieldValue(rows, field.m_strSourceField));
+  }
+  if (values.empty()) return {};
+  if (headsOfTap) values.push_back(Variant::Null());
+  return ToArray(std::move(values));
+}
+
+ShownValues StandardDiameters(CDaoDatabase& database, const std::string& table,
+                              const std::string& property) {
+  if (property != "Diameter" || (table != "FLAT_END_MILL" && table != "BALL_END_MILL")) return {};
+  CDaoRecordset rows(&database);
+  rows.Open(AFX_DAO_USE_DEFAULT_TYPE,
+            "SELECT [METRIC], [IMP_DECIM], [LET_NUM_FRACT] FROM T_FEM_TEMPL "
+            "WHERE CCNO IS NOT NULL OR CCYES IS NOT NULL ORDER BY IMP_DECIM");
+  std::vector<Variant> values;
+  std::vector<Variant> texts;
+  std::u16string shown;  // goes on from row to row
+  for (; HasCurrentRecord(rows); rows.MoveNext()) {
+    Variant decimal = WideFieldValue(rows, "IMP_DECIM");
+    if (!decimal.isNull()) shown = Text(decimal);
+    const std::u16string fraction = Text(WideFieldValue(rows, "LET_NUM_FRACT"));
+    if (!fraction.empty()) shown += u'(' + fraction + u')';
+    values.push_back(std::move(decimal));
+    texts.push_back(Variant::FromText(shown));
+  }
+  if (values.empty()) return {};
+  return {.values = ToArray(std::move(values)), .texts = ToArray(std::move(texts))};
+}
+
+}  // namespace orxdb

@@ -1,0 +1,50 @@
+#include "lookups/TappingHeads.h"
+
+#include <algorithm>
+#include <vector>
+
+#include "platform/framework/Text.h"
+#include "values/ValueText.h"
+
+namespace orxdb {
+namespace {
+
+Variant Find(std::u16string_view property, Variant& names, Variant& values, IOrxDbObj& own) {
+  Variant value;
+  LONG index = -1;
+  own.FindPropByNameInArray(Bstr(property).get(), names.ptr(), values.ptr(), value.ptr(), &index);
+  return value;
+}
+
+}  // namespace
+
+TappingHeads HeadsForTap(double metricDiameter, IOrxDbObj& own) {
+  const std::string diameter = DoubleToString(metricDiameter, 6);
+  const Bstr table(u"TAPPING_HEAD");
+  const Bstr filter = WidenToBstr("[AUX_Metric_Min_Diameter] <= " + diameter +
+                                  " AND [AUX_Metric_Max_Diameter]>=" + diameter);
+  own.SetTabFilter(table.get(), filter.get(), Bstr(u"").get());
+
+  std::vector<Bstr> names;
+  std::vector<LONG> ids;
+  Variant fields;
+  Variant head;
+  for (own.GetFirstTool(table.get(), fields.ptr(), head.ptr()); !head.empty();
+       own.GetNextTool(table.get(), head.put())) {
+    const Variant name = Find(u"Name", fields, head, own);
+    const Variant id = Find(u"TAPPING_HEAD.ID", fields, head, own);
+    names.emplace_back(name.type() == VT_BSTR ? View(name.get().bstrVal) : u"");
+    ids.push_back(id.type() == VT_I4 ? id.get().lVal : 0);
+  }
+  if (ids.empty()) return {};
+
+  SafeArray nameArray = NewResultVector(VT_BSTR, names.size());
+  SafeArray idArray = NewResultVector(VT_I4, ids.size());
+  std::ranges::transform(names, ArrayAccess<BSTR>(nameArray.get()).begin(),
+                         [](Bstr& name) { return name.detach(); });
+  std::ranges::copy(ids, ArrayAccess<LONG>(idArray.get()).begin());
+  return {.names = Variant::FromArray(VT_BSTR, std::move(nameArray)),
+          .ids = Variant::FromArray(VT_I4, std::move(idArray))};
+}
+
+}  // namespace orxdb
