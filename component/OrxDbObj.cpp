@@ -124,7 +124,3 @@ HRESULT OrxDbObj::Invoke(DISPID dispIdMember, REFIID riid, LCID, WORD wFlags,
 CToolTableInfo* OrxDbObj::FindToolTable(BSTR bstrToolTable) {
   return g_pToolDbData->FindToolTable(orxdb::NarrowBstr(bstrToolTable));
 }
-
-HRESULT OrxDbObj::NotAvailable() {
-  return RunMethod<Guard::None>(false, [] { return S_OK; });
-}

@@ -125,8 +125,6 @@ class OrxDbObj final : public IOrxDbObj {
 
   /// The catalogue entry of a tool table; null for an unknown one. Needs the data object.
   static CToolTableInfo* FindToolTable(BSTR bstrToolTable);
-  /// The answer of methods that this build does not have yet: a reported E_FAIL.
-  static HRESULT NotAvailable();
 
   InnerUnknown m_inner;
   IUnknown* m_outer;  ///< not counted: the aggregate outlives its parts; `m_inner` without one

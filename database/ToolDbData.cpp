@@ -47,6 +47,23 @@ CToolTableInfo* CToolDbData::FindToolTable(std::string_view name) noexcept {
   return found == m_toolTables.end() ? nullptr : &found->second;
 }
 
+std::string CToolDbData::GetFieldTypeName(std::string_view table, const std::string& field) {
+  static constexpr std::array<const char*, 16> kTypeNames = {
+      "",         "BOOLEAN", "BYTE", "SHORT",      "LONG",     "CURRENCY", "SINGLE", "DOUBLE",
+      "DATETIME", "",        "TEXT", "LONGBINARY", "LONGTEXT", "",         "",       "GUID"};
+  const CToolTableInfo* tools = FindToolTable(table);
+  if (!tools) return {};
+  try {
+    CDaoFieldInfo info;
+    tools->ToolSet().GetFieldInfo(field, info);
+    const auto type = static_cast<std::size_t>(info.m_nType);
+    return type < kTypeNames.size() ? kTypeNames[type] : "";
+  } catch (const CException& exception) {
+    orxdb::DropMessage(exception);
+    return {};
+  }
+}
+
 CDaoRecordset* CToolDbData::FindDataTable(std::string_view name) noexcept {
   const auto found = m_dataTables.find(name);
   return found == m_dataTables.end() ? nullptr : found->second.get();

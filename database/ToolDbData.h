@@ -52,6 +52,9 @@ class CToolDbData {
   CToolTables& ToolTables() noexcept { return m_toolTables; }
   /// The entry of a tool table; null when the catalogue does not name it.
   CToolTableInfo* FindToolTable(std::string_view name) noexcept;
+  /// The database's name for the type of a tool table's field, "DOUBLE" for instance; empty for an
+  /// unnamed type, and when table or field are unknown.
+  std::string GetFieldTypeName(std::string_view table, const std::string& field);
   /// The recordset of a machining-data table, named without "Q_"; null for an unknown name.
   CDaoRecordset* FindDataTable(std::string_view name) noexcept;
   /// The recordset over the catalogue query; closed before a database is open.
