@@ -133,6 +133,18 @@ class Edit(Orxdb):
         code, _, error = self.db("add", "TAP", "Name=y", "ID=3")
         self.assertEqual((code, error), (0, "ID is not used: the database numbers the tools.\n"))
 
+    def test_looked_up_texts(self):
+        self.sql("INSERT INTO COATING (Name) VALUES ('O''Neill')")
+        self.assertEqual([row["Name"] for row in self.json("fields", "TAP") if row["Lookup"]],
+                         ["Material", "Coating", "Holder", "TappingHead"])
+        for name, text, stored in (("Coating", "O'Neill", "O'Neill"), ("Coating", "tialn", "TiAlN"),
+                                   ("TappingHead", "Absent", None), ("Holder", "", None)):
+            self.assertEqual(self.json("set", "TAP", 5, f"{name}={text}"), {name: stored})
+            tool, = self.add("TAP", "Name=x", f"{name}={text}")
+            self.assertEqual(self.json("show", "TAP", tool)[name], stored)
+        self.refuses("There are: AlCrN, AlTiN,", "set", "TAP", 5, "Coating=Cheese")
+        self.refuses("no 'HSS''", "add", "TAP", "Name=x", "Material=HSS'")
+
     def test_delete_tells_what_is_gone(self):
         self.sql("CREATE TRIGGER KEEP BEFORE DELETE ON TAP WHEN OLD.ID = 6 BEGIN "
                  "SELECT RAISE(ABORT, 'kept'); END")
