@@ -47,10 +47,13 @@ bool IsComparableTypeName(std::string_view name) {
   return std::ranges::find(kNotCompared, name) == kNotCompared.end();
 }
 
-/// Reads the next line into `m_line`; false when it is too long to be used.
+/// Reads the next line into `m_line`; false when it is too long to be used. A zero byte ends what
+/// counts of a line.
 bool ToolRecordExchange::ReadLine(TextFile& file) {
   file.ReadLine(m_line, kTooLong);
-  return m_line.size() < kTooLong;
+  const bool usable = m_line.size() < kTooLong;
+  m_line.resize(std::min(m_line.find('\0'), m_line.size()));
+  return usable;
 }
 
 void ToolRecordExchange::ReadHeader(TextFile& file) {

@@ -82,6 +82,16 @@ Whole WholeOf(const Field& field, const CellView& cell) {
   return static_cast<Whole>(number);
 }
 
+/// The number that a single's shortest decimal text means. Stored so, 0.1 is 0.1 to criteria and to
+/// other programs and not 0.100000001490116.
+double Decimal(float single) {
+  char text[32];
+  const auto end = std::to_chars(text, std::end(text), single).ptr;
+  double number = single;
+  std::from_chars(text, end, number);
+  return number;
+}
+
 float SingleOf(const Field& field, const CellView& cell) {
   const double number = NumberOf(field, cell);
   if (!(std::abs(number) <= std::numeric_limits<float>::max())) Refuse(field, kUnreadable);
@@ -315,7 +325,7 @@ SqlValue StoreValue(const Field& field, const VARIANT& given) {
     case dbCurrency:
       return static_cast<double>(Converted(field, *value, VT_CY).get().cyVal.int64) / 10000.0;
     case dbSingle:
-      return RealToStore(field, Converted(field, *value, VT_R4).get().fltVal);
+      return RealToStore(field, Decimal(Converted(field, *value, VT_R4).get().fltVal));
     case dbDouble:
       return RealToStore(field, Converted(field, *value, VT_R8).get().dblVal);
     case dbDate:
