@@ -79,17 +79,11 @@ void Compare(const std::string& which, const ToolProperties& tool, const Assignm
   if (!missed.empty()) complaints.Add(which + ": not written: " + missed + '.');
 }
 
-/// Adds tools, all or none.
+/// Adds tools, which can be undone: a batch is added as a whole or not at all.
 class Adding {
  public:
   Adding(ToolDatabase& database, const std::string& table)
       : m_database(database), m_table(table), m_wideTable(WidenToBstr(table)) {}
-  Adding(const Adding&) = delete;
-  Adding& operator=(const Adding&) = delete;
-  /// Deletes the tools again that were not kept.
-  ~Adding() {
-    for (const Tool& tool : m_tools) m_database.Component().DeleteTool(m_wideTable.get(), tool.id);
-  }
 
   void Add(Assignments given) {
     std::erase_if(given, [this](const Assignment& assignment) {
@@ -110,11 +104,21 @@ class Adding {
     if (m_tools.back().name.empty()) GiveName(m_tools.back());
   }
 
-  /// Keeps the tools and writes their numbers.
-  void Keep(Format format) {
+  /// Deletes the tools again; gives a sentence, behind a blank, on those that did not go.
+  std::string Undo() {
+    std::string left;
+    for (const Tool& tool : m_tools) {
+      m_database.Component().DeleteTool(m_wideTable.get(), tool.id);
+      if (m_database.Find(m_table, tool.id)) left += ' ' + std::to_string(tool.id);
+    }
+    return left.empty() ? left : " Added before, and not deleted again:" + left + '.';
+  }
+
+  /// Writes the numbers of the tools.
+  void Tell(Format format) const {
     const auto writer = MakeBareWriter(format);
     writer->Header({"Name", "ID"});
-    for (const Tool& tool : std::exchange(m_tools, {})) {
+    for (const Tool& tool : m_tools) {
       writer->Row({Cell::Text(tool.name), Cell::Number(tool.id)});
     }
     writer->End();
@@ -162,8 +166,12 @@ void Add(const Settings& settings, const EditOptions& options) {
   // All are read before the first is written.
   std::vector<Assignments> tools = ReadTools(database, table, options.words);
   Adding adding(database, table);
-  for (Assignments& tool : tools) adding.Add(std::move(tool));
-  adding.Keep(settings.format);
+  try {
+    for (Assignments& tool : tools) adding.Add(std::move(tool));
+  } catch (const std::exception& e) {
+    throw HostError(e.what() + adding.Undo());
+  }
+  adding.Tell(settings.format);
 }
 
 void Set(const Settings& settings, const EditOptions& options) {

@@ -51,7 +51,8 @@ std::vector<Description> FromStandardInput() {
   try {
     json = nlohmann::ordered_json::parse(std::cin);
   } catch (const nlohmann::json::exception& e) {
-    throw HostError(std::string("Standard input is no JSON: ") + e.what());
+    const std::string why = e.what();  // "[what kind] what is wrong"
+    throw HostError("Standard input is no JSON: " + why.substr(why.find(' ') + 1) + '.');
   }
   if (!json.is_array()) return {FromJson(json)};
   std::vector<Description> descriptions;
