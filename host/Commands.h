@@ -7,7 +7,8 @@
 
 namespace CLI {
 class App;
-}
+class Option;
+}  // namespace CLI
 
 namespace orxdb {
 
@@ -23,8 +24,12 @@ void AddBrowseCommands(CLI::App& app, const Settings& settings);
 
 void AddPropertyCommands(CLI::App& app, const Settings& settings);
 void AddEditCommands(CLI::App& app, const Settings& settings);
+void AddLookupCommands(CLI::App& app, const Settings& settings);
 
 /// The argument TABLE that most verbs have.
 void AddTable(CLI::App& verb, std::string& table);
+/// An argument or option that takes a finite number with a full stop.
+CLI::Option* AddNumber(CLI::App& verb, const std::string& name, double& number,
+                       const std::string& description);
 
 }  // namespace orxdb

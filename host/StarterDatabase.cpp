@@ -1,46 +1,15 @@
 #include "host/StarterDatabase.h"
 
 #include <algorithm>
-#include <cerrno>
-#include <cstring>
-#include <fcntl.h>
 #include <memory>
 #include <sqlite3.h>
 #include <string>
-#include <unistd.h>
 
 #include "host/HostError.h"
+#include "host/NewFile.h"
 
 namespace orxdb {
 namespace {
-
-/// The file while it is being built; removed unless it got its final name.
-class NewFile {
- public:
-  explicit NewFile(const std::filesystem::path& target)
-      : m_path(target.string() + ".new" + std::to_string(getpid())) {}
-  ~NewFile() {
-    std::error_code ignored;
-    std::filesystem::remove(m_path, ignored);
-  }
-  NewFile(const NewFile&) = delete;
-  NewFile& operator=(const NewFile&) = delete;
-
-  const std::filesystem::path& Path() const { return m_path; }
-
-  /// Gives the file its name once all of it is on the disk.
-  void RenameTo(const std::filesystem::path& target) const {
-    const int descriptor = open(m_path.c_str(), O_RDONLY | O_CLOEXEC);
-    const bool stored = descriptor >= 0 && fsync(descriptor) == 0;
-    const std::error_code reason(errno, std::generic_category());
-    if (descriptor >= 0) close(descriptor);
-    if (!stored) throw std::filesystem::filesystem_error("fsync", m_path, reason);
-    std::filesystem::rename(m_path, target);
-  }
-
- private:
-  std::filesystem::path m_path;
-};
 
 struct Closer {
   void operator()(sqlite3* handle) const { sqlite3_close(handle); }
@@ -89,22 +58,14 @@ void Build(const std::filesystem::path& file) {
 }  // namespace
 
 void CreateStarterDatabase(const std::filesystem::path& file, bool replace) {
-  const std::string name = file.string();
-  std::error_code error;
-  if (std::filesystem::is_directory(file, error)) throw HostError(name + " is a folder.");
-  if (std::filesystem::exists(file, error) && !replace) {
-    throw HostError(name + " is there already; --force replaces it, with all its tools.");
-  }
-  try {
+  WriteNewFile(file, replace, ", with all its tools", [&](const std::filesystem::path& building) {
     if (file.has_parent_path()) std::filesystem::create_directories(file.parent_path());
-    const NewFile building(file);
-    Build(building.Path());
+    Build(building);
     // The log of a replaced database must never be taken for one of the new file.
-    for (const char* suffix : {"-wal", "-shm", "-journal"}) std::filesystem::remove(name + suffix);
-    building.RenameTo(file);
-  } catch (const std::filesystem::filesystem_error& e) {
-    throw HostError(name + " cannot be created: " + e.code().message() + '.');
-  }
+    for (const char* suffix : {"-wal", "-shm", "-journal"}) {
+      std::filesystem::remove(file.string() + suffix);
+    }
+  });
 }
 
 }  // namespace orxdb

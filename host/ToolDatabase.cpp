@@ -62,6 +62,15 @@ std::vector<ToolType> ReadTypes(IOrxDbObj& component) {
   return types;
 }
 
+/// Names that follow from no property come with blanks behind them.
+std::string WithoutBlanks(const Bstr& name) {
+  std::string text = NarrowBstr(name.get());
+  text.erase(text.find_last_not_of(' ') + 1);
+  return text;
+}
+
+}  // namespace
+
 std::vector<Cell> CellsOf(const Variant& array) {
   std::vector<Cell> cells;
   if (array.type() == (VT_ARRAY | VT_VARIANT)) {
@@ -71,15 +80,6 @@ std::vector<Cell> CellsOf(const Variant& array) {
   }
   return cells;
 }
-
-/// Names that follow from no property come with blanks behind them.
-std::string WithoutBlanks(const Bstr& name) {
-  std::string text = NarrowBstr(name.get());
-  text.erase(text.find_last_not_of(' ') + 1);
-  return text;
-}
-
-}  // namespace
 
 HostError NoSuchProperty(const std::string& table, const std::string& name,
                          const std::vector<Property>& properties) {
@@ -95,6 +95,12 @@ std::vector<std::string> ToolProperties::Names() const {
 
 std::vector<Cell> ToolProperties::Cells() const {
   return CellsOf(values);
+}
+
+Cell ToolProperties::Value(std::string_view name) const {
+  const std::vector<std::string> all = Names();
+  const auto found = std::ranges::find(all, name);
+  return found == all.end() ? Cell() : Cells()[static_cast<std::size_t>(found - all.begin())];
 }
 
 ToolDatabase::ToolDatabase(const std::string& file) : m_component(CreateComponent()) {
@@ -169,11 +175,11 @@ std::vector<std::string> ToolDatabase::SearchParams(const std::string& table) {
 }
 
 std::optional<std::vector<Cell>> ToolDatabase::PermissibleValues(const std::string& table,
-                                                                 const std::string& property) {
+                                                                 const std::string& property,
+                                                                 double tapDiameter) {
   Variant values;
-  // Without a diameter the tapping heads of taps are all listed.
-  m_component->GetPermissibleValues(WidenToBstr(table).get(), WidenToBstr(property).get(), 0,
-                                    values.put());
+  m_component->GetPermissibleValues(WidenToBstr(table).get(), WidenToBstr(property).get(),
+                                    tapDiameter, values.put());
   if (values.empty()) return std::nullopt;
   return CellsOf(values);
 }

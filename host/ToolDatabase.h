@@ -33,7 +33,10 @@ struct Property {
 HostError NoSuchProperty(const std::string& table, const std::string& name,
                          const std::vector<Property>& properties);
 
-/// The property arrays of one tool, or of none.
+/// The values of an array of variants; none for any other value.
+std::vector<Cell> CellsOf(const Variant& array);
+
+/// The property arrays of one tool or other record, or of none.
 struct ToolProperties {
   Variant names;
   Variant values;
@@ -42,6 +45,8 @@ struct ToolProperties {
   std::vector<std::string> Names() const;
   /// One for each name.
   std::vector<Cell> Cells() const;
+  /// The value of that name; null when there is none.
+  Cell Value(std::string_view name) const;
 };
 
 /// An open tool database. Operations throw HostError.
@@ -68,9 +73,11 @@ class ToolDatabase {
   std::vector<Property> Properties(const std::string& table);
   /// Names of the properties that tools are searched by.
   std::vector<std::string> SearchParams(const std::string& table);
-  /// What a looked-up property may be; nothing for any other.
+  /// What a looked-up property may be; nothing for any other. With the diameter of a tap in
+  /// millimetres, only the tapping heads that take it, then a null for none of them.
   std::optional<std::vector<Cell>> PermissibleValues(const std::string& table,
-                                                     const std::string& property);
+                                                     const std::string& property,
+                                                     double tapDiameter = 0);
   /// The tool with that identifier; none when there is no such tool.
   ToolProperties Find(const std::string& table, LONG id);
   /// The same, for a tool that must be there.

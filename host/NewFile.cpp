@@ -1,0 +1,60 @@
+#include "host/NewFile.h"
+
+#include <cerrno>
+#include <fcntl.h>
+#include <string>
+#include <unistd.h>
+
+#include "host/HostError.h"
+
+namespace orxdb {
+namespace {
+
+/// The file while it is being built; removed unless it got its final name.
+class NewFile {
+ public:
+  explicit NewFile(const std::filesystem::path& target)
+      : m_path(target.string() + ".new" + std::to_string(getpid())) {}
+  ~NewFile() {
+    std::error_code ignored;
+    std::filesystem::remove(m_path, ignored);
+  }
+  NewFile(const NewFile&) = delete;
+  NewFile& operator=(const NewFile&) = delete;
+
+  const std::filesystem::path& Path() const { return m_path; }
+
+  /// Gives the file its name once all of it is on the disk.
+  void RenameTo(const std::filesystem::path& target) const {
+    const int descriptor = open(m_path.c_str(), O_RDONLY | O_CLOEXEC);
+    const bool stored = descriptor >= 0 && fsync(descriptor) == 0;
+    const std::error_code reason(errno, std::generic_category());
+    if (descriptor >= 0) close(descriptor);
+    if (!stored) throw std::filesystem::filesystem_error("fsync", m_path, reason);
+    std::filesystem::rename(m_path, target);
+  }
+
+ private:
+  std::filesystem::path m_path;
+};
+
+}  // namespace
+
+void WriteNewFile(const std::filesystem::path& target, bool replace, const char* loss,
+                  const std::function<void(const std::filesystem::path&)>& write) {
+  const std::string name = target.string();
+  std::error_code error;
+  if (std::filesystem::is_directory(target, error)) throw HostError(name + " is a folder.");
+  if (std::filesystem::exists(target, error) && !replace) {
+    throw HostError(name + " is there already; --force replaces it" + loss + '.');
+  }
+  try {
+    const NewFile building(target);
+    write(building.Path());
+    building.RenameTo(target);
+  } catch (const std::filesystem::filesystem_error& e) {
+    throw HostError(name + " cannot be created: " + e.code().message() + '.');
+  }
+}
+
+}  // namespace orxdb
