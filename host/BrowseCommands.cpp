@@ -2,7 +2,6 @@
 #include <CLI/CLI.hpp>
 #include <algorithm>
 #include <cstdint>
-#include <cstdio>
 #include <limits>
 #include <memory>
 
@@ -55,7 +54,7 @@ void List(const Settings& settings, ListOptions options) {
   const std::vector<std::size_t> positions = Chosen(database, options, properties);
   database.Select(options.table, options.where, options.order);
   ToolWalk walk(database, options.table, options.where);
-  if (!walk) std::fputs("No tool is selected.\n", stderr);
+  if (!walk) Tell("No tool is selected.");
 
   std::vector<std::string> header;
   header.reserve(positions.size());

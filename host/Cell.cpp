@@ -66,6 +66,10 @@ Cell Cell::Of(const VARIANT& value) {
   }
 }
 
+Cell Cell::Real(double number) {
+  return OfReal(number);
+}
+
 bool EqualIgnoringCase(std::string_view left, std::string_view right) {
   return std::ranges::equal(left, right, {}, Folded, Folded);
 }

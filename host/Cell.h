@@ -20,6 +20,7 @@ struct Cell {
   static Cell Number(long long number) { return {Kind::Number, std::to_string(number)}; }
   /// Reals get the shortest text that reads back as the same number.
   static Cell Of(const VARIANT& value);
+  static Cell Real(double number);
 
   bool operator==(const Cell&) const = default;
 };

@@ -25,6 +25,7 @@ void AddBrowseCommands(CLI::App& app, const Settings& settings);
 void AddPropertyCommands(CLI::App& app, const Settings& settings);
 void AddEditCommands(CLI::App& app, const Settings& settings);
 void AddLookupCommands(CLI::App& app, const Settings& settings);
+void AddMachiningCommands(CLI::App& app, const Settings& settings);
 
 /// The argument TABLE that most verbs have.
 void AddTable(CLI::App& verb, std::string& table);

@@ -3,8 +3,13 @@
 #include <array>
 #include <charconv>
 #include <cstdint>
+#include <cstdio>
 
 namespace orxdb {
+
+void Tell(const std::string& sentence) {
+  std::fprintf(stderr, "%s\n", sentence.c_str());
+}
 
 std::string Cited(const std::string& text) {
   constexpr std::size_t kLongest = 100;

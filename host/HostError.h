@@ -16,6 +16,9 @@ class HostError : public std::runtime_error {
 /// Whoever read the output has read enough (`| head`); the program ends quietly.
 class OutputClosed {};
 
+/// Tells the person a sentence beside the result.
+void Tell(const std::string& sentence);
+
 /// What somebody wrote, in quotes for a message; a long text is cut.
 std::string Cited(const std::string& text);
 

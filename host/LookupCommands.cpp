@@ -4,7 +4,6 @@
 #include <cerrno>
 #include <charconv>
 #include <cmath>
-#include <cstdio>
 #include <fstream>
 #include <memory>
 
@@ -17,16 +16,8 @@
 namespace orxdb {
 namespace {
 
-void Tell(const std::string& sentence) {
-  std::fprintf(stderr, "%s\n", sentence.c_str());
-}
-
 HostError Unreadable(const std::string& what) {
   return HostError("The " + what + " cannot be read.");
-}
-
-std::string Text(double number) {
-  return Cell::Of(Variant::FromR8(number).get()).text;
 }
 
 void ListMaterials(const Settings& settings) {
@@ -68,6 +59,7 @@ void ShowMaterial(const Settings& settings, const std::string& name) {
 struct ValuesOptions {
   std::string table;
   std::string property;
+  bool narrowed = false;  ///< to the tapping heads for taps of a diameter
   double tapDiameter = 0;
 };
 
@@ -100,21 +92,20 @@ void ShowValues(const Settings& settings, ValuesOptions options) {
   if (std::ranges::find(properties, options.property, &Property::name) == properties.end()) {
     throw NoSuchProperty(options.table, options.property, properties);
   }
-  const bool narrowed = options.tapDiameter > 0;
-  if (narrowed && (options.property != "TappingHead" ||
-                   (options.table != "TAP" && options.table != "PIPE_TAP"))) {
+  if (options.narrowed && (options.property != "TappingHead" ||
+                           (options.table != "TAP" && options.table != "PIPE_TAP"))) {
     throw HostError("--tap-diameter is for the property TappingHead of TAP and PIPE_TAP.");
   }
   if (WriteStandardDiameters(settings, database, options)) return;
   const auto values =
       database.PermissibleValues(options.table, options.property, options.tapDiameter);
-  if (!values) {
-    throw HostError(narrowed
-                        ? "No tapping head takes a tap of " + Text(options.tapDiameter) + " mm."
-                        : "There is no list of values for " + options.property + " of " +
-                              options.table + '.');
+  if (!values || (options.narrowed && options.tapDiameter <= 0)) {
+    throw HostError(
+        options.narrowed
+            ? "No tapping head takes a tap of " + Cell::Real(options.tapDiameter).text + " mm."
+            : "There is no list of values for " + options.property + " of " + options.table + '.');
   }
-  if (narrowed) Tell("The empty value at the end stands for no tapping head.");
+  if (options.narrowed) Tell("The empty value at the end stands for no tapping head.");
   const auto writer = MakeRowWriter(settings.format);
   writer->Header({"Value"});
   for (const Cell& value : *values) writer->Row({value});
@@ -135,7 +126,7 @@ void ListHeads(const Settings& settings, const HeadsOptions& options) {
     throw Unreadable("tapping heads");
   }
   if (names.empty()) {
-    throw HostError("No tapping head takes a tap of " + Text(options.diameter) + ' ' +
+    throw HostError("No tapping head takes a tap of " + Cell::Real(options.diameter).text + ' ' +
                     options.unit + '.');
   }
   const ArrayAccess<BSTR> texts(names.get().parray);
@@ -230,10 +221,12 @@ void AddLookupCommands(CLI::App& app, const Settings& settings) {
       ->type_name("");
   AddNumber(*values, "--tap-diameter", valued->tapDiameter,
             "Only tapping heads that take a tap of so many millimetres")
-      ->check(CLI::PositiveNumber)
       ->type_name("MM");
   values->footer("Example:\n  orxdb values TAP TappingHead --tap-diameter 6");
-  values->callback([&settings, valued] { ShowValues(settings, *valued); });
+  values->callback([&settings, valued, values] {
+    valued->narrowed = values->count("--tap-diameter") > 0;
+    ShowValues(settings, *valued);
+  });
 
   CLI::App* heads = app.add_subcommand("heads", "List the tapping heads that take a tap");
   const auto sought = std::make_shared<HeadsOptions>();

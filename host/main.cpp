@@ -37,6 +37,7 @@ bool Run(int argc, char** argv) {
   AddPropertyCommands(app, settings);
   AddEditCommands(app, settings);
   AddLookupCommands(app, settings);
+  AddMachiningCommands(app, settings);
   app.get_formatter()->label("SUBCOMMAND", "VERB");
   for (CLI::App* verb : app.get_subcommands({})) verb->group("Verbs");
   app.footer("Example:\n  orxdb create && orxdb types && orxdb list TAP --limit 10");
