@@ -32,6 +32,13 @@ constexpr std::array kMachiningTables = {"T24_27_30_31",
                                          "T5_DEPTH",
                                          "T5_FEED"};
 
+/// Stored queries over FEEDS: 10 rows beside the smallest tool table, 100,000 beside the others.
+const std::map<std::string, std::vector<std::string>> kFeedQueries = {
+    {"DRILLING_FS", {"ID", "Material", "MinHB", "MaxHB", "Speed", "Source"}},
+    {"DRILL_FEED", {"ID", "MinDiameter", "MaxDiameter", "Speed", "Source"}},
+    {"T15c", {"ID", "MinDiameter", "Speed", "Source"}},
+    {"STOCK_MATERIAL", {"ID", "DispType", "Speed", "Source"}}};
+
 /// Removes the files of a run at its end.
 struct Databases {
   std::map<std::int64_t, std::string> paths;
@@ -101,6 +108,28 @@ void MakeToolTable(sqlite3* database, const std::string& table, std::int64_t too
           table + "', 'Milling', 'Bench', 'Diameter', 'D%Diameter%_%Unit%')");
 }
 
+void MakeFeeds(sqlite3* database, std::int64_t rows) {
+  Run(database,
+      "CREATE TABLE FEEDS (ID INTEGER PRIMARY KEY AUTOINCREMENT, Material TEXT(30), "
+      "DispType TEXT(30), MinHB DOUBLE, MaxHB DOUBLE, MinDiameter DOUBLE, MaxDiameter DOUBLE, "
+      "Speed DOUBLE, Source TEXT(30));"
+      "INSERT INTO FEEDS (Material, DispType, MinHB, MaxHB, MinDiameter, MaxDiameter, Speed, "
+      "Source) WITH RECURSIVE n(i) AS (SELECT 0 UNION ALL SELECT i + 1 FROM n WHERE i + 1 < " +
+          std::to_string(rows) +
+          ") SELECT 'Material ' || (i / 10), 'Steel ' || i, i % 10 * 20, i % 10 * 20 + 15, i, "
+          "i + 0.9, i / 7.0, 'measured' FROM n;"
+          "CREATE INDEX FEEDS_MATERIAL ON FEEDS (Material COLLATE NOCASE, MinHB);"
+          "CREATE INDEX FEEDS_DIAMETER ON FEEDS (MinDiameter)");
+  for (const auto& [name, columns] : kFeedQueries) {
+    std::string view;
+    for (const std::string& column : columns) {
+      view += (view.empty() ? "F." : ", F.") + column + " AS " + column;
+    }
+    Run(database, "DROP VIEW IF EXISTS Q_" + name + "; CREATE VIEW Q_" + name + " AS SELECT " +
+                      view + " FROM FEEDS AS F");
+  }
+}
+
 void MakeDatabase(const std::string& path, std::int64_t tools) {
   std::filesystem::remove(path);
   sqlite3* handle = nullptr;
@@ -122,11 +151,7 @@ void MakeDatabase(const std::string& path, std::int64_t tools) {
       "INSERT INTO COATING (Name) VALUES ('Bright'), ('TiN'), ('TiCN'), ('TiAlN'), ('AlCrN'),"
       " ('DLC'), ('Diamond'), ('ZrN');"
       "CREATE TABLE HOLDER (ID INTEGER PRIMARY KEY AUTOINCREMENT, Name TEXT(30));"
-      "INSERT INTO HOLDER (Name) VALUES ('ER16'), ('ER25'), ('ER32'), ('Weldon'), ('Shrink');"
-      "CREATE TABLE STOCK_MATERIAL (ID INTEGER PRIMARY KEY AUTOINCREMENT, DispType TEXT(60));"
-      "INSERT INTO STOCK_MATERIAL (DispType) VALUES ('Steel'), ('Brass');"
-      "CREATE VIEW Q_STOCK_MATERIAL AS SELECT S.ID AS ID, S.DispType AS DispType"
-      " FROM STOCK_MATERIAL AS S;");
+      "INSERT INTO HOLDER (Name) VALUES ('ER16'), ('ER25'), ('ER32'), ('Weldon'), ('Shrink');");
   for (const std::string table : kMachiningTables) {
     Run(handle, "CREATE TABLE " + table +
                     " (ID INTEGER PRIMARY KEY AUTOINCREMENT, Low DOUBLE, High DOUBLE);"
@@ -139,6 +164,7 @@ void MakeDatabase(const std::string& path, std::int64_t tools) {
                     " FROM " +
                     table + " AS F");
   }
+  MakeFeeds(handle, tools > 1000 ? 100000 : 10);
   MakeToolTable(handle, kBenchTable, tools);
   for (int i = 1; i < kToolTables; ++i) MakeToolTable(handle, "OTHER_" + std::to_string(i), 20);
   Run(handle, "ANALYZE");

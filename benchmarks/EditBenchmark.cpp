@@ -3,11 +3,11 @@
 #include <cstdio>
 #include <stdexcept>
 #include <string>
-#include <type_traits>
 #include <utility>
 
 #include "benchmarks/BenchDatabase.h"
 #include "benchmarks/Hosting.h"
+#include "benchmarks/PlainQuery.h"
 #include "platform/automation/Variant.h"
 #include "platform/framework/Text.h"
 
@@ -22,30 +22,6 @@ const Bstr& Table() {
   static const Bstr table = WidenToBstr(kBenchTable);
   return table;
 }
-
-/// A query that gives one row, run again and again.
-class PlainQuery {
- public:
-  PlainQuery(sqlite3* database, const std::string& sql) : m_statement(Prepare(database, sql)) {}
-
-  /// Binds the first parameter and steps; `use` sees the row, if there is one.
-  template <typename Value, typename Use>
-  std::int64_t operator()(const Value& value, Use&& use) {
-    sqlite3_stmt* statement = m_statement.get();
-    if constexpr (std::is_integral_v<Value>) {
-      sqlite3_bind_int64(statement, 1, value);
-    } else {
-      sqlite3_bind_text(statement, 1, value.c_str(), -1, SQLITE_TRANSIENT);
-    }
-    std::int64_t result = 0;
-    if (sqlite3_step(statement) == SQLITE_ROW) result = use(statement);
-    sqlite3_reset(statement);
-    return result;
-  }
-
- private:
-  PlainStatement m_statement;
-};
 
 std::int64_t FirstColumn(sqlite3_stmt* row) {
   return sqlite3_column_int64(row, 0);
@@ -89,7 +65,7 @@ class OneTool {
   /// Reserves a key and stores the tool, looking the two texts of other tables up.
   std::int64_t PlainAdd() {
     Step(m_begin.get());
-    const std::int64_t id = m_reserve(std::string(kBenchTable), FirstColumn);
+    const std::int64_t id = m_reserve(FirstColumn, std::string(kBenchTable));
     Store(m_insert.get(), id);
     Step(m_commit.get());
     return id;
@@ -104,7 +80,7 @@ class OneTool {
     Step(m_delete.get());
   }
   /// The record of that key as property arrays.
-  std::int64_t PlainRead(std::int64_t id) { return m_read(id, BuildArrays); }
+  std::int64_t PlainRead(std::int64_t id) { return m_read(BuildArrays, id); }
 
  private:
   static void Step(sqlite3_stmt* statement) {
@@ -145,7 +121,7 @@ class OneTool {
   }
   static void BindLookup(sqlite3_stmt* statement, int place, PlainQuery& lookup,
                          const VARIANT& text) {
-    sqlite3_bind_int64(statement, place, lookup(orxdb::NarrowBstr(text.bstrVal), FirstColumn));
+    sqlite3_bind_int64(statement, place, lookup(FirstColumn, orxdb::NarrowBstr(text.bstrVal)));
   }
 
   IOrxDbObj& m_component;
@@ -202,7 +178,7 @@ void NameInUse(benchmark::State& state) {
                                           " WHERE Name = ? COLLATE NOCASE LIMIT 1");
   const std::string name = std::string(kBenchTable) + " D0.070 L7";
   Compare(
-      state, 3.0, [&] { return query(name, FirstColumn); },
+      state, 3.0, [&] { return query(FirstColumn, name); },
       [&] {
         VARIANT_BOOL unique = VARIANT_TRUE;
         Check(sides.object->IsToolNameUnique(Table().get(), WidenToBstr(name).get(), &unique));
@@ -217,13 +193,15 @@ void DefaultName(benchmark::State& state) {
   Compare(
       state, 2.0,
       [&] {
-        return query(std::int64_t{sides.Next(sides.plainKey)}, [](sqlite3_stmt* row) {
-          BuildArrays(row);
-          char name[64];
-          std::snprintf(name, sizeof name, "D%.15G_%s", sqlite3_column_double(row, 2),
-                        *sqlite3_column_text(row, 3) == 'i' ? "i" : "m");
-          return std::int64_t{WidenToBstr(name).get()[0]};
-        });
+        return query(
+            [](sqlite3_stmt* row) {
+              BuildArrays(row);
+              char name[64];
+              std::snprintf(name, sizeof name, "D%.15G_%s", sqlite3_column_double(row, 2),
+                            *sqlite3_column_text(row, 3) == 'i' ? "i" : "m");
+              return std::int64_t{WidenToBstr(name).get()[0]};
+            },
+            sides.Next(sides.plainKey));
       },
       [&] {
         Bstr name;
