@@ -45,8 +45,9 @@ void WriteNewFile(const std::filesystem::path& target, bool replace, const char*
   const std::string name = target.string();
   std::error_code error;
   if (std::filesystem::is_directory(target, error)) throw HostError(name + " is a folder.");
-  if (std::filesystem::exists(target, error) && !replace) {
-    throw HostError(name + " is there already; --force replaces it" + loss + '.');
+  if (std::filesystem::exists(target, error)) {
+    if (!std::filesystem::is_regular_file(target, error)) throw HostError(name + " is no file.");
+    if (!replace) throw HostError(name + " is there already; --force replaces it" + loss + '.');
   }
   try {
     const NewFile building(target);

@@ -5,7 +5,7 @@
 -- STARTING VALUES. They are plausible for rigid machines, sharp tools and coolant, and are meant to be replaced by
 -- the shop's own: the column Source tells the two apart, new rows begin as shop values.
 
--- End milling: cutting speed and feed per tooth of a 10 mm cutter at half its diameter in width.
+-- End milling: cutting speed and feed per tooth, for the cutter and the width of cut that Basis tells.
 CREATE TABLE END_MILLING_FS (
     ID INTEGER PRIMARY KEY AUTOINCREMENT,
     Material TEXT(40),
@@ -17,6 +17,7 @@ CREATE TABLE END_MILLING_FS (
     Carbide_Feed DOUBLE,
     Speed_Unit TEXT(20) DEFAULT 'm/min',
     Feed_Unit TEXT(20) DEFAULT 'mm/tooth',
+    Basis TEXT(60) DEFAULT '10 mm cutter, 5 mm wide',
     Source TEXT(40) DEFAULT 'Shop value'
 );
 CREATE INDEX END_MILLING_FS_Material ON END_MILLING_FS (Material COLLATE NOCASE, MinHB, MaxHB);
@@ -32,6 +33,7 @@ SELECT T.ID AS ID,
        T.Carbide_Feed AS Carbide_Feed,
        T.Speed_Unit AS Speed_Unit,
        T.Feed_Unit AS Feed_Unit,
+       T.Basis AS Basis,
        T.Source AS Source
 FROM END_MILLING_FS AS T
 ORDER BY T.Material COLLATE NOCASE, T.MinHB, T.MaxHB;

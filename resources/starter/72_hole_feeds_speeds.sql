@@ -256,7 +256,7 @@ INSERT INTO THREADING_FS (Material, MinHB, MaxHB, HSS_Tap_Speed, Coated_Tap_Spee
     ('Medium carbon steel',         275, 325,  6, 10,  70, 0.035),
     ('Nickel alloy',                140, 220,  4,  6,  24, 0.021),
     ('Nickel alloy',                210, 300,  2,  4,  20, 0.019),
-    ('Nickel alloy',                320, 420,  2,  2,  15, 0.017),
+    ('Nickel alloy',                320, 420,  2,  3,  15, 0.017),
     ('PH stainless steel',          275, 325,  5,  9,  55, 0.024),
     ('PH stainless steel',          325, 375,  4,  7,  46, 0.022),
     ('PH stainless steel',          375, 440,  3,  5,  38, 0.022),

@@ -94,6 +94,7 @@ class Shape(Starter):
         stored = {"Q_" + name for name in self.tools + RANGES + FACTORS + ["DRILL_FEED", "STOCK_MATERIAL"]}
         self.assertEqual({name for name in views if name.startswith("Q_")}, stored)
         self.assertEqual(len(RANGES + FACTORS) + 1, 18)
+        self.assertEqual([table for row, table in zip(self.catalogue, self.tools) if not row["PRIMARY_OP"]], ["TAPPING_HEAD"])
         parts = [{row["TOOLTABLE_NAME"] for row in self.rows(view)} for view in views
                  if view.endswith("_TYPES") and view != "TOOL_TYPES"]
         self.assertEqual(set().union(*parts), {"Q_" + name for name in self.tools} - {"Q_TAPPING_HEAD"})
@@ -320,8 +321,9 @@ class Machining(Starter):
                 for column in speeds:
                     self.assertTrue(0 < row[column] <= last.get((row["Material"], column), 1000), column)
                     last[row["Material"], column] = row[column]
-                if "Carbide_Speed" in speeds:
-                    self.assertLess(row["HSS_Speed"], row["Carbide_Speed"])
+                for slower, faster in (("HSS_Speed", "Carbide_Speed"), ("HSS_Tap_Speed", "Coated_Tap_Speed")):
+                    if faster in speeds:
+                        self.assertLess(row[slower], row[faster])
         for row in self.each("T24_27_30_31"):
             self.assertTrue(0.3 < row["Power_Constant"] < 4 and 0 < row["Efficiency"] <= 1)
 
