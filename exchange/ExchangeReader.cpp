@@ -111,6 +111,7 @@ void ToolRecordExchange::ImportRecords(CToolDbData& data, IOrxDbObj& own, TextFi
   std::ranges::transform(columns, ArrayAccess<BSTR>(nameArray.get()).begin(),
                          [](const Column& column) { return WidenToBstr(column.name).detach(); });
   Variant names = Variant::FromArray(VT_BSTR, std::move(nameArray));
+  m_line.clear();  // no tool is made of the names when no line follows them
   while (!file.AtEnd()) {
     if (ReadLine(file) && SplitFields(m_line, fields) == columns.size()) {
       ImportRecord(data, own, columns, names.ptr(), fields);

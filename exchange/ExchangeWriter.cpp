@@ -1,4 +1,5 @@
 #include <algorithm>
+#include <span>
 
 #include "browse/PropertyArrays.h"
 #include "database/ToolRules.h"
@@ -17,27 +18,23 @@ std::string FieldText(const VARIANT& value) {
   return text ? ToolRecordExchange::EscapeField(*text) : std::string();
 }
 
-/// All values of a record, used again for the next one.
-class RecordValues {
- public:
-  explicit RecordValues(std::size_t count) : m_values(count) {}
-  RecordValues(const RecordValues&) = delete;
-  RecordValues& operator=(const RecordValues&) = delete;
-  ~RecordValues() { Clear(); }
-
-  void Read(const CDaoRecordset& records) {
-    Clear();
-    records.GetFieldValues(m_values);
+/// A line for each record, from the first to the last; none when the recordset stands at an end.
+void WriteLines(CDaoRecordset& records, std::span<const int> fields, TextFile& file) {
+  if (!HasCurrentRecord(records)) return;
+  std::vector<Variant> values(fields.size());
+  std::string line;
+  for (records.MoveFirst(); HasCurrentRecord(records); records.MoveNext()) {
+    try {
+      records.GetFieldValues(fields, values);
+    } catch (const CDaoException& exception) {
+      if (exception.Error() != DaoError::RecordDeleted) throw;
+      continue;  // deleted by another process since the move, which steps over such records
+    }
+    line.clear();
+    for (const Variant& value : values) line += FieldText(value.get()) += '\t';
+    file.Write(line += '\n');
   }
-  const VARIANT& operator[](std::size_t field) const { return m_values[field]; }
-
- private:
-  void Clear() {
-    for (VARIANT& value : m_values) VariantClear(&value);
-  }
-
-  std::vector<VARIANT> m_values;
-};
+}
 
 }  // namespace
 
@@ -60,26 +57,17 @@ bool ToolRecordExchange::IsFieldExported(std::string_view name) const {
 void ToolRecordExchange::WriteRecords(CDaoRecordset* records, TextFile& file) const {
   if (!records || !records->IsOpen()) return;
   try {
-    std::vector<std::size_t> exported;
+    std::vector<int> exported;
     std::string line;
-    const auto count = static_cast<std::size_t>(records->GetFieldCount());
     CDaoFieldInfo field;
-    for (std::size_t i = 0; i < count; ++i) {
-      records->GetFieldInfo(static_cast<int>(i), field);
+    for (int i = 0; i < records->GetFieldCount(); ++i) {
+      records->GetFieldInfo(i, field);
       if (!IsFieldExported(field.m_strName)) continue;
       exported.push_back(i);
       line += EscapeField(field.m_strName) += '\t';
     }
     file.Write(line += '\n');
-
-    if (!HasCurrentRecord(*records)) return;
-    RecordValues values(count);
-    for (records->MoveFirst(); HasCurrentRecord(*records); records->MoveNext()) {
-      values.Read(*records);
-      line.clear();
-      for (const std::size_t i : exported) line += FieldText(values[i]) += '\t';
-      file.Write(line += '\n');
-    }
+    WriteLines(*records, exported, file);
   } catch (...) {
     // The file keeps the lines written so far.
   }

@@ -207,8 +207,10 @@ struct IOrxDbObj : public IDispatch {
                                                       VARIANT* pProps) = 0;
 
   /// Writes every tool of the table, whatever the filter, to an exchange file (created or
-  /// overwritten) and leaves the cursor behind the last tool. S_OK with nothing written for an
-  /// unknown table or a file that cannot be opened. `lFlags` has no effect.
+  /// overwritten) and leaves the cursor behind the last tool. A cursor that stands there already,
+  /// as after an export, gives a file without tools: call GetFirstTool before. S_OK with nothing
+  /// written for an unknown table or a file that cannot be opened; an error of the database ends
+  /// the file early. `lFlags` has no effect.
   virtual HRESULT STDMETHODCALLTYPE ExportToolRecordsToFile(BSTR bstrToolTable, BSTR bstrFileName,
                                                             LONG lFlags) = 0;
 

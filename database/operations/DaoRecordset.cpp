@@ -142,6 +142,10 @@ void CDaoRecordset::GetFieldValues(std::span<VARIANT> values) const {
   Opened().ReadFields(values);
 }
 
+void CDaoRecordset::GetFieldValues(std::span<const int> fields, std::span<Variant> values) const {
+  Opened().ReadFields(fields, values);
+}
+
 void CDaoRecordset::AddNew() {
   Opened().AddNew();
 }

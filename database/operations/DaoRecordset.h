@@ -85,6 +85,8 @@ class CDaoRecordset {
   /// `values` holds `GetFieldCount()` initialised, empty variants; the caller owns what they
   /// receive, also when the call raises part way.
   void GetFieldValues(std::span<VARIANT> values) const;
+  /// The same for some fields, by index, in that order.
+  void GetFieldValues(std::span<const int> fields, std::span<orxdb::Variant> values) const;
 
   /// Begins a new record; its key is reserved at once and shown, with the column defaults, by the
   /// record of `GetLastModifiedBookmark`. Without `Update` no row is left behind.

@@ -366,6 +366,14 @@ void Recordset::ReadFields(std::span<VARIANT> values) {
   }
 }
 
+void Recordset::ReadFields(std::span<const int> fields, std::span<Variant> values) {
+  const RowPlace place = m_onNewRecord ? RowPlace{} : CurrentRow();
+  for (std::size_t i = 0; i < fields.size(); ++i) {
+    const auto field = static_cast<std::size_t>(fields[i]);
+    ReadValue(m_source->fields.at(field), CurrentCell(place, field), *values[i].put());
+  }
+}
+
 // --- Bookmarks
 
 std::vector<unsigned char> Recordset::BookmarkOf(std::int64_t key) const {

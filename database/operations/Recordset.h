@@ -15,6 +15,7 @@
 #include "database/operations/RowBlock.h"
 #include "database/operations/RowReader.h"
 #include "database/operations/SnapshotCopy.h"
+#include "platform/automation/Variant.h"
 
 namespace orxdb {
 
@@ -51,6 +52,7 @@ class Recordset {
 
   void ReadField(std::size_t field, VARIANT& value);
   void ReadFields(std::span<VARIANT> values);
+  void ReadFields(std::span<const int> fields, std::span<Variant> values);
 
   bool CanUpdate() const noexcept { return !m_copy; }
   bool CanBookmark() const noexcept { return true; }

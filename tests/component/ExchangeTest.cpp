@@ -67,7 +67,7 @@ TEST_F(ExchangeTest, FilesAreWrittenByteByByte) {
   RunSql(m_file,
          "INSERT INTO DRILL VALUES (1, 'a\t\"\\' || char(10, 13, 11) || 'Ø', 2.5, 0.1, -3, -1, '', "
          "1.5, '2024-03-01', 3, 7, 8, 9), (2, NULL, 1e9, NULL, NULL, NULL, NULL, NULL, NULL, NULL, "
-         "NULL, NULL, NULL); INSERT INTO PIPE_TAP VALUES (1, 'p', 2.5, 3, 4)");
+         "NULL, 'unread', NULL); INSERT INTO PIPE_TAP VALUES (1, 'p', 2.5, 3, 4)");
   EXPECT_EQ(SetFilter("DRILL", "Name = 'none'", "ID"), S_OK);
   const std::string names =
       "\"Name\"\t\"Diameter\"\t\"Pitch\"\t\"Count\"\t\"Coated\"\t\"Note\"\t\"Material\"\t"
@@ -132,6 +132,7 @@ TEST_F(ExchangeTest, FilesAreReadLeniently) {
        "c|a"},
       {"a huge line", head + names + a + std::string(5'000'000, '"') + "\r\n" + b, "a|b"},
       {"nothing comparable", head + "\"Note\"\t\r\n\"c\"\r\n", ""},
+      {"no tools", head + names, ""},
       {"nothing", "", ""},
       {"only a header", head, ""}};
   for (const auto& [what, file, tools] : cases) {
