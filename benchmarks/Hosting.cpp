@@ -2,6 +2,8 @@
 
 #include <algorithm>
 #include <chrono>
+#include <cstdlib>
+#include <fstream>
 #include <stdexcept>
 #include <utility>
 #include <vector>
@@ -29,6 +31,22 @@ std::pair<double, std::int64_t> Timed(const std::function<std::int64_t()>& work)
   const auto begin = Clock::now();
   const std::int64_t items = work();
   return {std::chrono::duration<double>(Clock::now() - begin).count(), items};
+}
+
+/// A line of the process's status, in kilobytes.
+double StatusKilobytes(const std::string& name) {
+  std::ifstream status("/proc/self/status");
+  for (std::string line; std::getline(status, line);) {
+    if (line.starts_with(name + ':')) return std::strtod(line.c_str() + name.size() + 1, nullptr);
+  }
+  return 0;
+}
+
+double PeakKilobytes(const std::function<std::int64_t()>& work) {
+  std::ofstream("/proc/self/clear_refs") << 5;  // the peak begins anew
+  const double before = StatusKilobytes("VmRSS");
+  work();
+  return std::max(0.0, StatusKilobytes("VmHWM") - before);
 }
 
 }  // namespace
@@ -91,4 +109,5 @@ void Compare(benchmark::State& state, double limit, const std::function<std::int
   state.counters["plain_ms"] = Median(plainTimes) * 1000;
   state.counters["ratio"] = Median(componentTimes) / Median(plainTimes);
   state.counters["limit"] = limit;
+  state.counters["peak_kb"] = PeakKilobytes(component);
 }
