@@ -104,7 +104,7 @@ std::string MaterialGroup(const ToolDatabase& database, const std::string& name)
   ToolProperties material;
   database.Component().GetStockMaterialByName(WidenToBstr(name).get(), material.names.put(),
                                               material.values.put());
-  const std::string group = material ? material.Value("Material").text : std::string();
+  std::string group = material ? material.Value("Material").text : std::string();
   if (group.empty()) return name;
   Tell(material.Value("DispType").text + " belongs to the group " + group + '.');
   return group;

@@ -106,7 +106,8 @@ class Lookup(Orxdb):
                              [row[0] for row in self.rows(fitting.format(diameter))] + [None])
         answer = self.told("inches", "values", "BALL_END_MILL", "Diameter")
         self.assertEqual([[row["Value"], row["Display"]] for row in answer], self.rows(
-            "SELECT IMP_DECIM, rtrim(format('%.6f', IMP_DECIM), '.0') || coalesce('(' || LET_NUM_FRACT || ')', '') "
+            "SELECT IMP_DECIM, rtrim(format('%.6f', IMP_DECIM), '.0') || "
+            "coalesce('(' || LET_NUM_FRACT || ')', '') "
             "FROM T_FEM_TEMPL WHERE CCNO IS NOT NULL OR CCYES IS NOT NULL ORDER BY IMP_DECIM"))
 
     def test_heads_and_operations(self):
@@ -135,7 +136,8 @@ class Lookup(Orxdb):
         self.assertEqual(file.read_text(), "mine")
         self.ok("picture", "REAMER", "-o", file, "--force")
         self.assertEqual(file.read_bytes(), stored)
-        self.assertEqual({path.name.split("-")[0] for path in self.folder.iterdir()}, {"pipe", "reamer.png", "tools.mdb"})
+        self.assertEqual({path.name.split("-")[0] for path in self.folder.iterdir()},
+                         {"pipe", "reamer.png", "tools.mdb"})
 
     def test_refusals(self):
         feeds = ["feeds", "REAMING_FS", "--hardness", "200", "--material"]
@@ -145,10 +147,12 @@ class Lookup(Orxdb):
                 (1, "no row for the material 'Wood'", [*feeds, "Wood"]), (1, "apostrophe", [*feeds, "O'Brien"]),
                 (1, "T15b_15d_22, T15c", ["feeds", "TAP", *feeds[2:], "Copper"]),
                 (1, "cannot be searched", ["feeds", "T25", *feeds[2:], "Copper"]),
-                (1, "no table T5_FEED", ["feeds", "T5_FEED", *feeds[2:], "Copper"]), (1, "no table T5_FEED", ["factor", "T5_FEED", "1"]),
+                (1, "no table T5_FEED", ["feeds", "T5_FEED", *feeds[2:], "Copper"]),
+                (1, "no table T5_FEED", ["factor", "T5_FEED", "1"]),
                 (1, "empty", ["factor", "T34", "1"]), (1, "HARDNESS_RCB", ["factor", "T'25", "1"]),
                 (1, "second column is Material", ["factor", "REAMING_FS", "1"]),
-                (1, "drill-feed", ["factor", "DRILL_FEED", "3"]), (1, "no primary operation", ["operation", "TAPPING_HEAD"]),
+                (1, "drill-feed", ["factor", "DRILL_FEED", "3"]),
+                (1, "no primary operation", ["operation", "TAPPING_HEAD"]),
                 (1, "no tool table", ["operation", "T'P"]), (1, "no list of values", ["values", "TAP", "Diameter"]),
                 (1, "have no property", ["values", "TAP", "Tapping'Head"]),
                 (1, "of 600 mm", ["values", "TAP", "TappingHead", "--tap-diameter", "600"]),
@@ -156,7 +160,8 @@ class Lookup(Orxdb):
                 (1, "TAP and PIPE_TAP", ["values", "REAMER", "Material", "--tap-diameter", "6"]),
                 (1, "of 90 in", ["heads", "90", "--unit", "in"]), (2, "unit", ["heads", "6", "--unit", "MM"]),
                 (2, "no number", ["heads", "1e999"]), (2, "no number", ["drill-feed", "3,5"]),
-                (2, "no number", ["factor", "T25", "nan"]), (2, "no number", [*feeds[:3], "inf", "--material", "Copper"]),
+                (2, "no number", ["factor", "T25", "nan"]),
+                (2, "no number", [*feeds[:3], "inf", "--material", "Copper"]),
                 (2, "material", feeds[:4]), (2, "--output", ["picture", "TAP"])):
             self.fails(code, words, "--db", self.database, *arguments)
 
