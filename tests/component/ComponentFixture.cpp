@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstdlib>
+#include <dlfcn.h>
 #include <fstream>
 #include <memory>
 #include <sqlite3.h>
@@ -112,6 +113,10 @@ std::string TakeError() {
   info->GetSource(source.put());
   info->GetDescription(description.put());
   return NarrowBstr(source.get()) + ": " + NarrowBstr(description.get());
+}
+
+bool IsLoaded(const std::filesystem::path& library) {
+  return static_cast<bool>(Library::Attach(dlopen(library.c_str(), RTLD_NOW | RTLD_NOLOAD)));
 }
 
 void ComponentTest::SetUp() {

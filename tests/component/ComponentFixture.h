@@ -68,6 +68,9 @@ std::string TakeError();
 /// The error information of a failing method of the (registered) class.
 inline constexpr const char* kReportedError = "ORXDB.OrxDbObj.1: ORX DB Error";
 
+/// Whether a library is in the process.
+bool IsLoaded(const std::filesystem::path& library);
+
 class ComponentTest : public testing::Test {
  protected:
   void SetUp() override;

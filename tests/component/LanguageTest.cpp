@@ -1,6 +1,5 @@
 // The texts of the component with and without a language library beside it.
 #include <cstdlib>
-#include <dlfcn.h>
 #include <fstream>
 
 #include "component/LanguageResources.h"
@@ -18,12 +17,6 @@ namespace fs = std::filesystem;
 
 const fs::path kExample = ORXDB_LANGUAGE_FOLDER;
 constexpr const char* kGerman = "libORXDB-de.so";
-
-bool IsLoaded(const fs::path& path) {
-  void* const handle = dlopen(path.c_str(), RTLD_NOW | RTLD_NOLOAD);
-  if (handle) dlclose(handle);
-  return handle != nullptr;
-}
 
 /// Words for true and false, as a copy of the component in a folder of its own shows them.
 class LanguageTest : public testing::Test {
