@@ -39,7 +39,7 @@ TEST(DefaultPathTest, LeavesFileAndFolderOfTheProgram) {
       {"\\host", ""},
       {"host", "host"},
       {"", ""},
-      {"\\a\\b\\" + std::string(300, 'x'), "\\a\\"}};
+      {"\\a\\" + std::string(255, 'x') + "\\\\h", "\\a\\"}};
   for (const auto& [program, folder] : cases) {
     EXPECT_EQ(DefaultDatabasePath(program), folder + "CAM\\TOOLS\\tools.mdb");
   }

@@ -16,9 +16,10 @@ namespace {
 namespace fs = std::filesystem;
 
 const fs::path kExample = ORXDB_LANGUAGE_FOLDER;
-constexpr const char* kGerman = "libORXDB-de.so";
+constexpr const char* kEnglish = "Yes No a_FehltYes";
+constexpr const char* kGerman = "Ja Nein aYes";
 
-/// Words for true and false, as a copy of the component in a folder of its own shows them.
+/// Texts of a copy of the component in a folder of its own.
 class LanguageTest : public testing::Test {
  protected:
   LanguageTest() {
@@ -26,6 +27,7 @@ class LanguageTest : public testing::Test {
     SeedDatabase(m_folder / "tools.mdb", "UPDATE TYPES_DATA SET DEF_NAME_FORMAT = 'a_%Kind%%On%'");
   }
 
+  /// Its words for true and false, and the default name of a tool without a "Kind" in German.
   std::string Words() {
     std::string words;
     {
@@ -35,23 +37,21 @@ class LanguageTest : public testing::Test {
                                          IClassFactory::iid, factory.putVoid()),
                 S_OK);
       EXPECT_EQ(factory->CreateInstance(nullptr, IOrxDbObj::iid, object.putVoid()), S_OK);
+      Bstr text;
       for (const bool value : {true, false}) {
-        Variant flag = Variant::FromBool(value);
-        Bstr word;
-        EXPECT_EQ(object->VariantToUIString(flag.ptr(), word.put(), -1), S_OK);
-        words += NarrowBstr(word.get()) + (value ? "/" : "");
+        EXPECT_EQ(object->VariantToUIString(Variant::FromBool(value).ptr(), text.put(), -1), S_OK);
+        words += NarrowBstr(text.get()) + ' ';
       }
       Properties tool;
       tool.Add("Kind", "Fehlt").Add("On", Variant::FromBool(true));
       object->SetMdbFile(WidenToBstr((m_folder / "tools.mdb").string()).get());
-      Bstr name;
-      object->GenerateDefToolName2(Bstr(u"TAP").get(), tool.Names(), tool.Values(), name.put());
-      m_name = NarrowBstr(name.get());
+      object->GenerateDefToolName2(Bstr(u"TAP").get(), tool.Names(), tool.Values(), text.put());
+      words += NarrowBstr(text.get());
       EXPECT_FALSE(IsLoaded(m_folder / "libLangExt.so")) << "no longer needed";
     }
     CoFreeUnusedLibraries();
     EXPECT_FALSE(IsLoaded(m_folder / "libORXDB.so"));
-    EXPECT_FALSE(IsLoaded(m_folder / kGerman)) << "freed with the component";
+    EXPECT_FALSE(IsLoaded(m_folder / "libORXDB-de.so")) << "freed with the component";
     return words;
   }
   void Put(const fs::path& library, const char* name) const {
@@ -59,68 +59,54 @@ class LanguageTest : public testing::Test {
   }
 
   TemporaryFolder m_folder;
-  std::string m_name;  ///< the default name that the copy gave a tool without a "Kind" in German
 };
 
 TEST_F(LanguageTest, FollowsThePersonsLanguage) {
   setenv("LC_ALL", "de_DE.UTF-8", 1);
-  EXPECT_EQ(Words(), "Yes/No") << "no language library";
+  EXPECT_EQ(Words(), kEnglish) << "no language library";
   Put(kExample / "libLangExt.so", "libLangExt.so");
-  EXPECT_EQ(Words(), "Yes/No") << "no German texts";
-  Put(kExample / kGerman, kGerman);
-  EXPECT_EQ(Words(), "Ja/Nein");
-  EXPECT_EQ(m_name, "aYes") << "flags in names are of no language";
+  EXPECT_EQ(Words(), kEnglish) << "no German texts";
+  Put(kExample / "libORXDB-de.so", "libORXDB-de.so");
+  EXPECT_EQ(Words(), kGerman) << "flags in names are of no language";
   setenv("LC_ALL", "C", 1);
-  EXPECT_EQ(Words(), "Yes/No");
-  EXPECT_EQ(m_name, "a_FehltYes");
+  EXPECT_EQ(Words(), kEnglish);
   setenv("LC_ALL", "", 1);
   setenv("LC_MESSAGES", "de", 1);
-  EXPECT_EQ(Words(), "Ja/Nein");
+  EXPECT_EQ(Words(), kGerman);
 }
 
 TEST_F(LanguageTest, BrokenLanguageLibrariesAreNoError) {
   std::ofstream(m_folder / "libLangExt.so") << "not a library";
-  EXPECT_EQ(Words(), "Yes/No");
-  Put(kExample / kGerman, "libLangExt.so");
-  EXPECT_EQ(Words(), "Yes/No") << "no export";
-  Put(ORXDB_TEST_LANGUAGE, "libLangExt.so");
-  Put(ORXDB_TEST_LANGUAGE, "libOneText.so");
-  const struct {
-    const char* wish;
-    const char* words;
-  } cases[] = {{"nothing", "Yes/No"},
-               {"throws", "Yes/No"},
-               {"component itself", "Yes/No"},
-               {"no texts", "Yes/No"},
-               {"one text", "Oui/"}};
-  for (const auto& [wish, words] : cases) {
-    setenv("TEST_LANGUAGE", wish, 1);
-    EXPECT_EQ(Words(), words) << wish;
+  EXPECT_EQ(Words(), kEnglish);
+  Put(kExample / "libORXDB-de.so", "libLangExt.so");
+  EXPECT_EQ(Words(), kEnglish) << "no export";
+  for (const auto* name : {"libLangExt.so", "libOneText.so"}) Put(ORXDB_TEST_LANGUAGE, name);
+  for (const std::string wish : {"nothing", "throws", "component itself", "no texts", "one text"}) {
+    setenv("TEST_LANGUAGE", wish.c_str(), 1);
+    EXPECT_EQ(Words(), wish == "one text" ? "Oui  a_FehltYes" : kEnglish) << wish;
   }
 }
 
-TEST_F(LanguageTest, IsFoundByItsNameAloneAsWell) {
+TEST_F(LanguageTest, IsFoundByItsNameAloneAndSpeaksInMessages) {
   setenv("LC_ALL", "de_DE.UTF-8", 1);
   const Library loaded = Library::Load(kExample / "libLangExt.so");
-  EXPECT_EQ(Words(), "Ja/Nein");
-}
-
-TEST(LanguageResources, MessagesFollowTheLanguageForAsLongAsItLives) {
-  setenv("LC_ALL", "de_DE.UTF-8", 1);
-  const Library loaded = Library::Load(kExample / "libLangExt.so");
+  EXPECT_EQ(Words(), kGerman);
   std::string shown;
+  const auto message = [&] {
+    ShowComponentMessage(IDS_HEAD_NAME_IN_USE, MB_ICONSTOP);
+    return shown;
+  };
   InstallMessageBoxHandler([&](const std::string& text, const std::string& caption, unsigned) {
     shown = caption + ": " + text;
     return IDOK;
   });
   {
     const LanguageResources german;
-    ShowComponentMessage(IDS_HEAD_NAME_IN_USE, MB_ICONSTOP);
-    EXPECT_EQ(shown,
+    EXPECT_EQ(message(),
               "Kestrix-Datenbank: Jeder Gewindeschneidkopf braucht eine eigene 'Description'");
   }
-  ShowComponentMessage(IDS_HEAD_NAME_IN_USE, MB_ICONSTOP);
-  EXPECT_EQ(shown, "Kestrix Data Base: You should use unique 'Description' for each Tapping Head");
+  EXPECT_EQ(message(),
+            "Kestrix Data Base: You should use unique 'Description' for each Tapping Head");
   InstallMessageBoxHandler({});
 }
 
