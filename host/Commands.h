@@ -24,6 +24,7 @@ void AddBrowseCommands(CLI::App& app, const Settings& settings);
 
 void AddPropertyCommands(CLI::App& app, const Settings& settings);
 void AddEditCommands(CLI::App& app, const Settings& settings);
+void AddExchangeCommands(CLI::App& app, const Settings& settings);
 void AddLookupCommands(CLI::App& app, const Settings& settings);
 void AddMachiningCommands(CLI::App& app, const Settings& settings);
 
