@@ -18,7 +18,7 @@ struct LineList {
   std::vector<long long> first;
 
   void Add(long long number);
-  /// "line 7", "lines 7, 9 and 12", "20 lines, the first of them 7, 9, ...".
+  /// "line 7", "lines 7, 9 and 12", "lines 7, 9, 12, 14, 20 and 15 more".
   std::string Text() const;
 };
 
