@@ -1,8 +1,9 @@
-// A host that adds, changes and deletes end mills until it is killed. It writes a line before each
-// operation, "add K", "set ID K" or "delete ID", and one after it, "done ID". Every tool holds its
-// K in three properties that are written together.
+// A host that adds, changes and deletes end mills until it is killed, or for a time. It writes a
+// line before each operation, "add K", "set ID K" or "delete ID", and one after it, "done ID".
+// Every tool holds its K in three properties that are written together.
 //
-//   edit_loop LIBRARY DATABASE FIRST_K
+//   edit_loop LIBRARY DATABASE FIRST_K [SECONDS]
+#include <chrono>
 #include <cstdio>
 #include <random>
 #include <vector>
@@ -35,7 +36,10 @@ Arrays ToolOf(int k) {
 
 }  // namespace
 
-int main(int, char** arguments) {
+int main(int count, char** arguments) {
+  using Clock = std::chrono::steady_clock;
+  const auto end = count > 4 ? Clock::now() + std::chrono::seconds(std::stoi(arguments[4]))
+                             : Clock::time_point::max();
   ComPtr<IClassFactory> factory;
   ComPtr<IOrxDbObj> db;
   if (FAILED(CoGetClassObjectFromFile(arguments[1], CLSID_OrxDbObj, IClassFactory::iid,
@@ -51,7 +55,7 @@ int main(int, char** arguments) {
 
   std::setvbuf(stdout, nullptr, _IOLBF, 1 << 12);
   int k = std::stoi(arguments[3]);
-  for (std::mt19937 random(static_cast<unsigned>(k));; ++k) {
+  for (std::mt19937 random(static_cast<unsigned>(k)); Clock::now() < end; ++k) {
     const unsigned choice = random() % 4;
     const std::size_t which = ids.empty() ? 0 : random() % ids.size();
     auto [names, values] = ToolOf(k);
