@@ -8,45 +8,37 @@ constexpr VARTYPE kBytes = VT_ARRAY | VT_UI1;
 class FieldTypesTest : public RecordsetFixture {};
 
 TEST_F(FieldTypesTest, StoredValuesReadByDeclaredType) {
-  const struct {
-    const char* declared;
-    short code;
-    VARTYPE type;  ///< VT_ERROR: the value is refused
-    const char* stored;
-    const char* shown;
-  } cases[] = {
-      {"BOOLEAN", dbBoolean, VT_BOOL, "1", "-1"},
-      {"YESNO", dbBoolean, VT_BOOL, "0", "0"},
-      {"BYTE", dbByte, VT_UI1, "255", "255"},
-      {"BYTE", dbByte, VT_ERROR, "256", ""},
-      {"SHORT", dbInteger, VT_I2, "-32768", "-32768"},
-      {"SMALLINT", dbInteger, VT_ERROR, "40000", ""},
-      {"LONG", dbLong, VT_I4, "2147483647", "2147483647"},
-      {"INTEGER", dbLong, VT_ERROR, "2147483648", ""},
-      {"LONG", dbLong, VT_I4, "2.5", "2"},
-      {"LONG", dbLong, VT_ERROR, "'abc'", ""},
-      {"LONG", dbLong, VT_ERROR, "x'00'", ""},
-      {"CURRENCY", dbCurrency, VT_CY, "1.23456", "1.2346"},
-      {"CURRENCY", dbCurrency, VT_ERROR, "1e300", ""},
-      {"SINGLE", dbSingle, VT_R4, "0.1", "0.1"},
-      {"SINGLE", dbSingle, VT_R4, "2", "2"},
-      {"SINGLE", dbSingle, VT_ERROR, "1e300", ""},
-      {"DOUBLE", dbDouble, VT_R8, "0.1", "0.1"},
-      {"DATETIME", dbDate, VT_DATE, "'2024-03-05 18:00:00'", "2024-03-05 18:00:00"},
-      {"DATETIME", dbDate, VT_DATE, "'2024-03-05'", "2024-03-05"},
-      {"DATETIME", dbDate, VT_ERROR, "'yesterday'", ""},
-      {"TEXT(10)", dbText, VT_BSTR, "'007'", "'007'"},
-      {"TEXT(10)", dbText, VT_BSTR, "CAST(x'41ff42' AS TEXT)",
-       "'A\xff"
-       "B'"},
-      {"VARCHAR(3)", dbText, VT_BSTR, "'longer than declared'", "'longer than declared'"},
-      {"LONGTEXT", dbMemo, VT_BSTR, "'memo'", "'memo'"},
-      {"LONGBINARY", dbLongBinary, kBytes, "x'010203'", "3 bytes"},
-      {"LONGBINARY", dbLongBinary, kBytes, "x''", "0 bytes"},
-      {"BINARY(4)", dbBinary, kBytes, "x'01020304'", "4 bytes"},
-      {"GUID", dbGUID, kBytes, "zeroblob(16)", "16 bytes"},
-      {"DOUBLE", dbDouble, VT_NULL, "NULL", "null"},
-  };
+  // Declared type, its code, the variant's type (VT_ERROR: refused), stored as, shown as.
+  using Case = std::tuple<const char*, short, VARTYPE, const char*, const char*>;
+  const Case cases[] = {
+      // Flags and whole numbers.
+      Case("BOOLEAN", dbBoolean, VT_BOOL, "1", "-1"), Case("YESNO", dbBoolean, VT_BOOL, "0", "0"),
+      Case("BYTE", dbByte, VT_UI1, "255", "255"), Case("BYTE", dbByte, VT_ERROR, "256", ""),
+      Case("SHORT", dbInteger, VT_I2, "-32768", "-32768"),
+      Case("SMALLINT", dbInteger, VT_ERROR, "40000", ""),
+      Case("LONG", dbLong, VT_I4, "2147483647", "2147483647"),
+      Case("INTEGER", dbLong, VT_ERROR, "2147483648", ""), Case("LONG", dbLong, VT_I4, "2.5", "2"),
+      Case("LONG", dbLong, VT_ERROR, "'abc'", ""), Case("LONG", dbLong, VT_ERROR, "x'00'", ""),
+      // Other numbers.
+      Case("CURRENCY", dbCurrency, VT_CY, "1.23456", "1.2346"),
+      Case("CURRENCY", dbCurrency, VT_ERROR, "1e300", ""),
+      Case("SINGLE", dbSingle, VT_R4, "0.1", "0.1"), Case("SINGLE", dbSingle, VT_R4, "2", "2"),
+      Case("SINGLE", dbSingle, VT_ERROR, "1e300", ""),
+      Case("DOUBLE", dbDouble, VT_R8, "0.1", "0.1"),
+      // Dates.
+      Case("DATETIME", dbDate, VT_DATE, "'2024-03-05 18:00:00'", "2024-03-05 18:00:00"),
+      Case("DATETIME", dbDate, VT_DATE, "'2024-03-05'", "2024-03-05"),
+      Case("DATETIME", dbDate, VT_ERROR, "'yesterday'", ""),
+      // Text and bytes.
+      Case("TEXT(10)", dbText, VT_BSTR, "'007'", "'007'"),
+      Case("TEXT(10)", dbText, VT_BSTR, "CAST(x'41ff42' AS TEXT)", "'A\377B'"),
+      Case("VARCHAR(3)", dbText, VT_BSTR, "'longer than declared'", "'longer than declared'"),
+      Case("LONGTEXT", dbMemo, VT_BSTR, "'memo'", "'memo'"),
+      Case("LONGBINARY", dbLongBinary, kBytes, "x'010203'", "3 bytes"),
+      Case("LONGBINARY", dbLongBinary, kBytes, "x''", "0 bytes"),
+      Case("BINARY(4)", dbBinary, kBytes, "x'01020304'", "4 bytes"),
+      Case("GUID", dbGUID, kBytes, "zeroblob(16)", "16 bytes"),
+      Case("DOUBLE", dbDouble, VT_NULL, "NULL", "null")};
   int number = 0;
   for (const auto& [declared, code, type, stored, shown] : cases) {
     const std::string table = "T" + std::to_string(++number);
@@ -73,36 +65,27 @@ TEST_F(FieldTypesTest, GivenValuesAreConvertedOrRefused) {
       " L LONG, C CURRENCY, F SINGLE, D DOUBLE, W DATETIME, T TEXT(5), X LONGBINARY);"
       "INSERT INTO ALLTYPES VALUES (1, -1, 1, 1, 1, 1, 1, 1, '2024-01-01 00:00:00', 't', x'01')");
   const auto bytes = [] { return Variant::FromArray(VT_UI1, SafeArray::Vector(VT_UI1, 2)); };
-  const struct {
-    const char* field;
-    Variant given;
-    const char* stored;  ///< null: refused
-  } cases[] = {
-      {"B", Variant::FromI4(5), "-1"},
-      {"B", Text("False"), "0"},
-      {"B", Text("perhaps"), nullptr},
-      {"Y", Variant::FromI4(300), nullptr},
-      {"Y", Variant::FromR8(2.5), "2"},
-      {"S", Text("-12"), "-12"},
-      {"S", Text("12 mm"), nullptr},
-      {"L", Variant::FromR8(3e9), nullptr},
-      {"L", bytes(), nullptr},
-      {"C", Text("1.23456"), "1.2346"},
-      {"F", Variant::FromR8(1e300), nullptr},
-      {"D", Variant::FromBool(true), "-1.0"},
-      {"D", Variant::FromR8(std::numeric_limits<double>::quiet_NaN()), nullptr},
-      {"W", Variant::FromDate(45356.75), "2024-03-05 18:00:00"},
-      {"W", Text("soon"), nullptr},
-      {"T", Text("12345"), "12345"},
-      {"T", Text("äöüäö"), "äöüäö"},
-      {"T", Text("123456"), nullptr},
-      {"T", Variant::FromR8(0.5), "0.5"},
-      {"X", bytes(), "0000"},
-      {"X", Text("text"), nullptr},
-      {"D", Variant::Null(), "null"},
-      {"T", Variant(), "null"},
-      {"ID", Variant::FromI4(7), nullptr},
-  };
+  using Case = std::tuple<const char*, Variant, const char*>;  // stored as; null: refused
+  const Case cases[] = {
+      // Flags and whole numbers.
+      Case("B", Variant::FromI4(5), "-1"), Case("B", Text("False"), "0"),
+      Case("B", Text("perhaps"), nullptr), Case("Y", Variant::FromI4(300), nullptr),
+      Case("Y", Variant::FromR8(2.5), "2"), Case("S", Text("-12"), "-12"),
+      Case("S", Text("12 mm"), nullptr), Case("L", Variant::FromR8(3e9), nullptr),
+      Case("L", bytes(), nullptr),
+      // Other numbers.
+      Case("C", Text("1.23456"), "1.2346"), Case("F", Variant::FromR8(1e300), nullptr),
+      Case("D", Variant::FromBool(true), "-1.0"),
+      Case("D", Variant::FromR8(std::numeric_limits<double>::quiet_NaN()), nullptr),
+      // Dates, text and bytes.
+      Case("W", Variant::FromDate(45356.75), "2024-03-05 18:00:00"),
+      Case("W", Text("soon"), nullptr), Case("T", Text("12345"), "12345"),
+      Case("T", Text("äöüäö"), "äöüäö"), Case("T", Text("123456"), nullptr),
+      Case("T", Variant::FromR8(0.5), "0.5"), Case("X", bytes(), "0000"),
+      Case("X", Text("text"), nullptr),
+      // Nothing, and a key.
+      Case("D", Variant::Null(), "null"), Case("T", Variant(), "null"),
+      Case("ID", Variant::FromI4(7), nullptr)};
   const auto records = Open("SELECT * FROM ALLTYPES");
   for (const auto& [field, given, stored] : cases) {
     SCOPED_TRACE(std::string(field) + " " + Show(given));
@@ -127,17 +110,14 @@ TEST_F(FieldTypesTest, OriginsAreSeenThroughViewsJoinsAndSubSelects) {
       "CREATE VIEW Q_OVER AS SELECT Q.ID AS ID, Q.Coating AS Skin, Q.Twice AS Twice"
       " FROM (SELECT * FROM Q_MILL) AS Q;"
       "INSERT INTO MILL (D) VALUES (1.5)");
-  const struct {
-    const char* query;
-    const char* field;
-    const char* origin;
-    short type;
-  } cases[] = {{"Q_MILL", "ID", "MILL.ID", dbLong},
-               {"Q_MILL", "Coating", "COATING.Name", dbText},
-               {"Q_MILL", "Flutes", "MILL.Flutes", dbInteger},
-               {"Q_OVER", "Skin", "COATING.Name", dbText},
-               {"Q_OVER", "Twice", ".", dbDouble},
-               {"SELECT Name AS N FROM MILL", "N", "MILL.Name", dbText}};
+  using Case = std::tuple<const char*, const char*, const char*, short>;
+  const Case cases[] = {// Plain, and through one more query.
+                        Case("Q_MILL", "ID", "MILL.ID", dbLong),
+                        Case("Q_MILL", "Coating", "COATING.Name", dbText),
+                        Case("Q_MILL", "Flutes", "MILL.Flutes", dbInteger),
+                        Case("Q_OVER", "Skin", "COATING.Name", dbText),
+                        Case("Q_OVER", "Twice", ".", dbDouble),
+                        Case("SELECT Name AS N FROM MILL", "N", "MILL.Name", dbText)};
   for (const auto& [query, field, origin, type] : cases) {
     CDaoFieldInfo info;
     Open(query)->GetFieldInfo(field, info, AFX_DAO_SECONDARY_INFO);

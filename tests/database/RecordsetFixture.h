@@ -1,6 +1,5 @@
 #pragma once
 
-#include <cstdio>
 #include <filesystem>
 #include <gtest/gtest.h>
 #include <memory>
@@ -27,11 +26,9 @@ class RecordsetFixture : public ::testing::Test {
         "PRAGMA journal_mode = WAL;"
         "CREATE TABLE COATING (ID INTEGER PRIMARY KEY AUTOINCREMENT, Name TEXT(20));"
         "INSERT INTO COATING (Name) VALUES ('TiN'), ('TiAlN');"
-        "CREATE TABLE MILL (ID INTEGER PRIMARY KEY AUTOINCREMENT, Name TEXT(20), D DOUBLE DEFAULT "
-        "6,"
-        " Coating LONG, Fav BOOLEAN DEFAULT 0, Made DATETIME, Flutes SHORT NOT NULL DEFAULT (1 + "
-        "1),"
-        " [Rake #] LONG);"
+        "CREATE TABLE MILL (ID INTEGER PRIMARY KEY AUTOINCREMENT, Name TEXT(20),"
+        " D DOUBLE DEFAULT 6, Coating LONG, Fav BOOLEAN DEFAULT 0, Made DATETIME,"
+        " Flutes SHORT NOT NULL DEFAULT (1 + 1), [Rake #] LONG);"
         "CREATE INDEX MILL_NAME ON MILL (Name COLLATE NOCASE);"
         "CREATE VIEW Q_MILL AS SELECT T.ID AS ID, T.Name AS Name, T.D AS D, C.Name AS Coating,"
         " T.Fav AS Fav, T.Made AS Made, T.Flutes AS Flutes, T.[Rake #] AS [Rake #],"
@@ -70,13 +67,11 @@ class RecordsetFixture : public ::testing::Test {
   /// The first value that SQL gives, as text; "null" for none.
   std::string Ask(const std::string& sql) {
     std::string answer = "null";
-    sqlite3_exec(
-        Other(), sql.c_str(),
-        [](void* place, int, char** values, char**) {
-          *static_cast<std::string*>(place) = values[0] == nullptr ? "null" : values[0];
-          return 0;
-        },
-        &answer, nullptr);
+    const auto take = [](void* place, int, char** values, char**) {
+      *static_cast<std::string*>(place) = values[0] == nullptr ? "null" : values[0];
+      return 0;
+    };
+    sqlite3_exec(Other(), sql.c_str(), take, &answer, nullptr);
     return answer;
   }
   sqlite3* Other() {
@@ -85,7 +80,7 @@ class RecordsetFixture : public ::testing::Test {
       sqlite3_open(Path().c_str(), &handle);
       sqlite3_busy_timeout(handle, 5000);
       sqlite3_exec(handle, "PRAGMA synchronous = OFF", nullptr, nullptr, nullptr);
-      m_other.reset(handle);
+      m_other.reset(handle, sqlite3_close_v2);
     }
     return m_other.get();
   }
@@ -102,6 +97,15 @@ class RecordsetFixture : public ::testing::Test {
     VariantChangeType(text.put(), &value.get(), 0, VT_BSTR);
     return Narrow(View(text.get().bstrVal));
   }
+  /// Some fields of the current record, parted by blanks.
+  static std::string Values(const CDaoRecordset& records,
+                            std::initializer_list<const char*> fields) {
+    std::string all;
+    for (const char* field : fields) {
+      all += (all.empty() ? "" : " ") + Show(records.GetFieldValue(field));
+    }
+    return all;
+  }
   /// The error that work raises; fails the test when it raises none.
   template <typename Work>
   static DaoError ErrorOf(Work work) {
@@ -116,10 +120,7 @@ class RecordsetFixture : public ::testing::Test {
 
   std::string m_folder;
   CDaoDatabase m_database;
-  struct CloseDatabase {
-    void operator()(sqlite3* database) const { sqlite3_close_v2(database); }
-  };
-  std::unique_ptr<sqlite3, CloseDatabase> m_other;
+  std::shared_ptr<sqlite3> m_other;
 };
 
 }  // namespace orxdb
