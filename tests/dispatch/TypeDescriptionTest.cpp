@@ -38,19 +38,19 @@ std::string TypeName(const TYPEDESC& type) {
 }
 
 std::string Attributes(const PARAMDESC& parameter) {
-  std::string text;
-  const auto add = [&](USHORT flag, const std::string& word) {
-    if (parameter.wParamFlags & flag) text += (text.empty() ? "" : ", ") + word;
-  };
-  add(PARAMFLAG_FIN, "in");
-  add(PARAMFLAG_FOUT, "out");
-  add(PARAMFLAG_FOPT, "optional");
+  std::string value;
   if (parameter.wParamFlags & PARAMFLAG_FHASDEFAULT) {
-    const VARIANT& value = parameter.pparamdescex->varDefaultValue;
-    EXPECT_EQ(value.vt, VT_I4);
-    add(PARAMFLAG_FHASDEFAULT, "defaultvalue(" + std::to_string(value.lVal) + ")");
+    EXPECT_EQ(parameter.pparamdescex->varDefaultValue.vt, VT_I4);
+    value = std::to_string(parameter.pparamdescex->varDefaultValue.lVal);
   }
-  return text.empty() ? text : "[" + text + "] ";
+  std::string text;
+  for (const auto& [flag, word] : {std::pair(PARAMFLAG_FIN, std::string("in")),
+                                   {PARAMFLAG_FOUT, "out"},
+                                   {PARAMFLAG_FOPT, "optional"},
+                                   {PARAMFLAG_FHASDEFAULT, "defaultvalue(" + value + ")"}}) {
+    if (parameter.wParamFlags & flag) text += (text.empty() ? "[" : ", ") + word;
+  }
+  return text.empty() ? text : text + "] ";
 }
 
 std::string Uuid(const GUID& guid) {
@@ -163,13 +163,12 @@ TEST_F(TypeDescriptionTest, NumbersTheSlotsOfTheInterface) {
     // Virtual methods are kept as their offset in the table of slots, plus one.
     return static_cast<SHORT>(std::bit_cast<std::array<std::uintptr_t, 2>>(method)[0] - 1);
   };
-  const std::map<UINT, SHORT> expected = {{1, slot(&IOrxDbObj::SetMdbFile)},
-                                          {6, slot(&IOrxDbObj::AddNewRecord)},
-                                          {10, slot(&IOrxDbObj::VariantToUIString)},
-                                          {25, slot(&IOrxDbObj::GetPrimaryOpByTable)},
-                                          {35, slot(&IOrxDbObj::SetToolTableBookmark)},
-                                          {41, slot(&IOrxDbObj::GetToolTypesByStoredQuery)}};
-  for (const auto& [id, offset] : expected) {
+  for (const auto& [id, offset] : {std::pair(1u, slot(&IOrxDbObj::SetMdbFile)),
+                                   {6u, slot(&IOrxDbObj::AddNewRecord)},
+                                   {10u, slot(&IOrxDbObj::VariantToUIString)},
+                                   {25u, slot(&IOrxDbObj::GetPrimaryOpByTable)},
+                                   {35u, slot(&IOrxDbObj::SetToolTableBookmark)},
+                                   {41u, slot(&IOrxDbObj::GetToolTypesByStoredQuery)}}) {
     FUNCDESC* function = nullptr;
     ASSERT_EQ(m_type->GetFuncDesc(id - 1, &function), S_OK);
     EXPECT_EQ(function->oVft, offset) << id;
