@@ -13,28 +13,31 @@ class FileTest : public RecordsetFixture {
   void Write(const std::string& name, const std::string& bytes) const {
     std::ofstream(Path(name), std::ios::binary) << bytes;
   }
-  /// Opens a file and walks it; true when nothing was raised.
+  void Insert(int rows, const std::string& values) {
+    Execute("WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n LIMIT " +
+            std::to_string(rows) + ") INSERT INTO MILL (Name, D, [Rake #]) SELECT " + values +
+            " FROM n");
+  }
+  /// Opens a file and walks it; true when nothing worse than a bad value was met.
   bool Walk(const std::string& path) {
     try {
-      CDaoDatabase database;
-      database.Open(path);
-      CDaoQueryDef query(&database);
-      query.Open("Q_MILL");
-      CDaoRecordset mills;
-      mills.Open(&query);
-      std::vector<VARIANT> values(static_cast<std::size_t>(mills.GetFieldCount()));
-      for (; !mills.IsEOF(); mills.MoveNext()) {
+      m_database.Close();
+      m_database.Open(path);
+      const auto mills = Open("Q_MILL");
+      for (; !mills->IsEOF(); mills->MoveNext()) {
         try {
-          mills.GetFieldValues(values);
+          mills->GetFieldValues(kFields, m_values);
         } catch (const CDaoException&) {
         }
-        for (VARIANT& value : values) VariantClear(&value);
       }
       return true;
     } catch (const CDaoException&) {
       return false;
     }
   }
+
+  static constexpr int kFields[] = {0, 1, 2, 3, 4, 5, 6, 7, 8, 9};
+  std::array<Variant, std::size(kFields)> m_values;
 };
 
 TEST_F(FileTest, OnlyDatabasesOpen) {
@@ -42,8 +45,8 @@ TEST_F(FileTest, OnlyDatabasesOpen) {
   Write("empty", "");
   Write("text", std::string(5000, 'x'));
   CDaoDatabase database;
-  for (const std::string& path : {std::string(), std::string("/nowhere/tools.mdb"), Path("missing"),
-                                  Path("folder"), Path("empty"), Path("text")}) {
+  for (const auto& path : {std::string(), std::string("/nowhere/tools.mdb"), Path("missing"),
+                           Path("folder"), Path("empty"), Path("text")}) {
     EXPECT_THROW(database.Open(path), CDaoException) << path;
     EXPECT_FALSE(database.IsOpen());
   }
@@ -54,9 +57,7 @@ TEST_F(FileTest, OnlyDatabasesOpen) {
 }
 
 TEST_F(FileTest, DamagedFilesRaiseOrRead) {
-  for (int i = 0; i < 60; ++i) {
-    Execute("INSERT INTO MILL (Name, D, Coating) VALUES ('tool with a longer name', 1, 2)");
-  }
+  Insert(60, "'tool with a longer name', 1, i % 3");
   Execute("PRAGMA journal_mode = DELETE");
   m_other.reset();
   std::ifstream file(Path(), std::ios::binary);
@@ -66,9 +67,7 @@ TEST_F(FileTest, DamagedFilesRaiseOrRead) {
   int damaged = 0;
   for (int i = 0; i < 150; ++i) {
     std::string bytes = whole;
-    for (int flips = 0; flips < 8; ++flips) {
-      bytes[random() % bytes.size()] = static_cast<char>(random());
-    }
+    for (int n = 0; n < 8; ++n) bytes[random() % bytes.size()] = static_cast<char>(random());
     if (i % 5 == 0) bytes.resize(random() % bytes.size());
     Write("damaged.mdb", bytes);
     if (!Walk(Path("damaged.mdb"))) ++damaged;
@@ -112,31 +111,23 @@ TEST_F(FileTest, ReadersSeeWholeRowsWhileAnotherWrites) {
   for (const char* mode : {"WAL", "DELETE"}) {
     m_database.Close();
     Execute("DELETE FROM MILL; PRAGMA journal_mode = " + std::string(mode));
-    Execute(
-        "WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n WHERE i < 300)"
-        " INSERT INTO MILL (Name, D, [Rake #]) SELECT 0, 0, 0 FROM n");
+    Insert(300, "0, 0, 0");
     const auto mills = Open("Q_MILL");
     std::jthread writer([&](const std::stop_token& stop) {
       for (int i = 1; !stop.stop_requested(); ++i) {
-        std::string sql =
-            "UPDATE MILL SET (Name, D, [Rake #]) = (SELECT #, #, #) WHERE ID % 7 = 3;"
-            "INSERT INTO MILL (Name) VALUES ('late')";
-        for (std::size_t at = sql.find('#', 35); at != std::string::npos; at = sql.find('#', at)) {
-          sql.replace(at, 1, std::to_string(i));
-        }
-        sqlite3_exec(Other(), sql.c_str(), nullptr, nullptr, nullptr);
+        const std::string n = std::to_string(i);
+        Ask("UPDATE MILL SET Name = " + n + ", D = " + n + ", [Rake #] = " + n +
+            " WHERE ID % 7 = 3; INSERT INTO MILL (Name) VALUES ('late')");
         // Without a log nobody reads while somebody writes: leave the readers a moment.
         std::this_thread::sleep_for(std::chrono::milliseconds(2));
       }
     });
-    std::vector<VARIANT> values(static_cast<std::size_t>(mills->GetFieldCount()));
     for (int walk = 0; walk < 5; ++walk) {
       int count = 0;
       for (mills->MoveFirst(); !mills->IsEOF(); mills->MoveNext(), ++count) {
-        mills->GetFieldValues(values);
-        ASSERT_EQ(Bytes(values[1].bstrVal), std::to_string(values[7].lVal));
-        ASSERT_EQ(values[2].dblVal, values[7].lVal);
-        for (VARIANT& value : values) VariantClear(&value);
+        mills->GetFieldValues(kFields, m_values);
+        const std::string number = Show(m_values[7]);
+        ASSERT_EQ(Show(m_values[1]) + Show(m_values[2]), "'" + number + "'" + number);
       }
       ASSERT_EQ(count, 300) << mode;
     }
