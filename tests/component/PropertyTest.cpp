@@ -54,87 +54,77 @@ TEST_F(PropertyTest, ToolsByIdentifierLeaveTheCursor) {
 }
 
 TEST_F(PropertyTest, FieldTypes) {
+  constexpr int kBytes = VT_ARRAY | VT_UI1;
+  const std::pair<std::string, int> fields[] = {
+      {"BOOLEAN", VT_BOOL},   {"BYTE", VT_UI1},      {"SHORT", VT_I2},       {"LONG", VT_I4},
+      {"CURRENCY", VT_CY},    {"SINGLE", VT_R4},     {"DOUBLE", VT_R8},      {"DATETIME", VT_DATE},
+      {"TEXT(5)", VT_BSTR},   {"LONGTEXT", VT_BSTR}, {"LONGBINARY", kBytes}, {"GUID", VT_CLSID},
+      {"BINARY(4)", VT_NULL}, {"BIGINT", VT_NULL}};
   std::string columns;
-  std::string shown;
-  std::string types;
-  const struct {
-    const char* declared;
-    int type;
-  } fields[] = {{"BOOLEAN", VT_BOOL},
-                {"BYTE", VT_UI1},
-                {"SHORT", VT_I2},
-                {"LONG", VT_I4},
-                {"CURRENCY", VT_CY},
-                {"SINGLE", VT_R4},
-                {"DOUBLE", VT_R8},
-                {"DATETIME", VT_DATE},
-                {"TEXT(5)", VT_BSTR},
-                {"LONGTEXT", VT_BSTR},
-                {"LONGBINARY", VT_ARRAY | VT_UI1},
-                {"GUID", VT_CLSID},
-                {"BINARY(4)", VT_NULL},
-                {"BIGINT", VT_NULL}};
   std::vector<int> expected = {VT_I4};
   for (const auto& [declared, type] : fields) {
-    const std::string name = "F" + std::to_string(expected.size());
-    columns += ", " + name + ' ' + declared;
-    shown += ", " + name + " AS " + name;
+    columns += ", F" + std::to_string(expected.size()) + ' ' + declared;
     expected.push_back(type);
   }
   OpenSeeded("CREATE TABLE WIDE (ID INTEGER PRIMARY KEY AUTOINCREMENT" + columns +
-             "); CREATE VIEW Q_WIDE AS SELECT ID AS ID" + shown +
-             " FROM WIDE; INSERT INTO TYPES_DATA (TOOLTABLE_NAME, SEARCH_PARAM) VALUES "
-             "('Q_WIDE', 'a;b'), ('Q_WIDER', 'a')");
+             "); CREATE VIEW Q_WIDE AS SELECT * FROM WIDE; INSERT INTO TYPES_DATA "
+             "(TOOLTABLE_NAME, SEARCH_PARAM) VALUES ('Q_WIDE', 'a;b'), ('Q_WIDER', 'a')");
   Variant names;
   Variant variantTypes;
   ASSERT_EQ(m_db->GetPropsTypes(Bstr(u"WIDE").get(), names.ptr(), variantTypes.ptr()), S_OK);
   EXPECT_EQ(TakeError(), kReportedError) << "told about the fields without a type";
   ASSERT_EQ(variantTypes.type(), VT_ARRAY | VT_I2);
-  const ArrayAccess<SHORT> found(variantTypes.get().parray);
-  EXPECT_EQ(std::vector<int>(found.begin(), found.end()), expected);
+  EXPECT_THAT(ArrayAccess<SHORT>(variantTypes.get().parray).elements(),
+              testing::ElementsAreArray(expected));
+  USHORT type = 99;
+  const auto status = [&](const char16_t* table, const std::string& field) {
+    return m_db->GetFieldType(Bstr(table).get(), WidenToBstr(field).get(), &type);
+  };
+  EXPECT_EQ(status(u"NONE", "ID"), S_OK);
+  EXPECT_EQ(status(u"WIDE", "Nope"), E_FAIL);
+  EXPECT_EQ(status(u"WIDER", "ID"), E_FAIL);
+  EXPECT_EQ(type, 99);
+  std::size_t place = 0;
   for (const std::string& name : Strings(names.get())) {
-    USHORT type = 99;
-    const int wanted = expected[name == "ID" ? 0 : std::stoul(name.substr(1))];
-    EXPECT_EQ(m_db->GetFieldType(Bstr(u"WIDE").get(), WidenToBstr(name).get(), &type),
-              wanted == VT_NULL ? E_FAIL : S_OK);
+    const int wanted = expected[place++];
+    EXPECT_EQ(name, place == 1 ? "ID" : "F" + std::to_string(place - 1));
+    EXPECT_EQ(status(u"WIDE", name), wanted == VT_NULL ? E_FAIL : S_OK);
     EXPECT_EQ(type, wanted);
   }
-  USHORT type = 99;
-  EXPECT_EQ(m_db->GetFieldType(Bstr(u"NONE").get(), Bstr(u"ID").get(), &type), S_OK);
-  EXPECT_EQ(m_db->GetFieldType(Bstr(u"WIDE").get(), Bstr(u"Nope").get(), &type), E_FAIL);
-  EXPECT_EQ(m_db->GetFieldType(Bstr(u"WIDER").get(), Bstr(u"ID").get(), &type), E_FAIL);
-  EXPECT_EQ(type, 99);
   Variant untouched = Variant::FromI4(1);
   for (const auto* table : {u"NONE", u"WIDER"}) {
     EXPECT_EQ(m_db->GetPropsTypes(Bstr(table).get(), untouched.ptr(), untouched.ptr()), S_OK);
   }
+  const auto parameters = [&](const char16_t* table, Variant& found) {
+    return m_db->GetSearchParamNames(Bstr(table).get(), found.ptr());
+  };
+  EXPECT_EQ(parameters(u"MILL", untouched), S_OK) << "no parameters";
+  EXPECT_EQ(parameters(u"NONE", untouched), E_FAIL);
+  EXPECT_ANY_THROW(parameters(u"WIDER", untouched)) << "a table that could not be opened";
   EXPECT_EQ(untouched.type(), VT_I4);
-
-  Variant parameters;
-  ASSERT_EQ(m_db->GetSearchParamNames(Bstr(u"TAP").get(), parameters.ptr()), S_OK);
-  EXPECT_THAT(Strings(parameters.get()), ElementsAre("Diameter", "Unit"));
-  EXPECT_EQ(m_db->GetSearchParamNames(Bstr(u"MILL").get(), untouched.ptr()), S_OK);
-  EXPECT_EQ(untouched.type(), VT_I4) << "no parameters";
-  EXPECT_EQ(m_db->GetSearchParamNames(Bstr(u"NONE").get(), untouched.ptr()), E_FAIL);
-  EXPECT_ANY_THROW(m_db->GetSearchParamNames(Bstr(u"WIDER").get(), untouched.ptr()))
-      << "a table that could not be opened";
+  names.clear();
+  ASSERT_EQ(parameters(u"TAP", names), S_OK);
+  EXPECT_THAT(Strings(names.get()), ElementsAre("Diameter", "Unit"));
 }
 
 TEST_F(PropertyTest, FindingInArrays) {
   Properties tool;
   tool.Add("Name", "a").Add("name", "b").Add("Name", "c").Add("Null", Variant::Null());
-  EXPECT_EQ(Find(u"Name", tool.Names(), tool.Values()), "0: a") << "the first of two";
-  EXPECT_EQ(Find(u"name", tool.Names(), tool.Values()), "1: b");
-  EXPECT_EQ(Find(u"Null", tool.Names(), tool.Values()), "3: ");
-  EXPECT_EQ(Find(u"Nam", tool.Names(), tool.Values()), "");
-  EXPECT_EQ(Find(u"name", tool.Names(-5), tool.Values(-5)), "-4: b");
-  EXPECT_EQ(Find(u"Name", tool.Names(1), tool.Values(0)), "1: b") << "the same index";
-  EXPECT_EQ(Find(u"Null", tool.Names(1), tool.Values(0)), "4: ") << "behind the values";
+  const auto find = [&](const char16_t* name, LONG lowest = 0, LONG lowestValue = 0) {
+    return Find(name, tool.Names(lowest), tool.Values(lowestValue));
+  };
+  EXPECT_EQ(find(u"Name"), "0: a") << "the first of two";
+  EXPECT_EQ(find(u"name"), "1: b");
+  EXPECT_EQ(find(u"Null"), "3: ");
+  EXPECT_EQ(find(u"Nam"), "");
+  EXPECT_EQ(find(u"name", -5, -5), "-4: b");
+  EXPECT_EQ(find(u"Name", 1), "1: b") << "the same index";
+  EXPECT_EQ(find(u"Null", 1), "4: ") << "behind the values";
   Variant number = Variant::FromI4(17);
-  EXPECT_EQ(Find(u"Name", number.ptr(), tool.Values()), "");
-  EXPECT_EQ(Find(u"Name", tool.Values(), tool.Values()), "") << "no strings";
+  for (VARIANT* noNames : {number.ptr(), tool.Values(), static_cast<VARIANT*>(nullptr)}) {
+    EXPECT_EQ(Find(u"Name", noNames, tool.Values()), "");
+  }
   EXPECT_EQ(Find(u"Name", tool.Names(), tool.Names()), "") << "no values";
-  EXPECT_EQ(Find(u"Name", nullptr, tool.Values()), "");
   LONG index = 7;
   EXPECT_EQ(m_db->FindPropByNameInArray(Bstr(u"Name").get(), tool.Names(), tool.Values(),
                                         number.ptr(), &index),
@@ -169,29 +159,26 @@ TEST_F(PropertyTest, DefaultValuesLeaveNoTool) {
 
 // A table with two tools, one of them with an empty name, for every format.
 TEST_F(PropertyTest, NamesByFormat) {
-  struct Case {
-    const char* format;
-    const char* tap;
-    const char* mill;
-  };
-  const Case cases[] = {{"", "[]", "[]"},
-                        {"Mill", "[Mill    ]", "[Mill    ]"},
-                        {"D%Diameter%_%Unit%", "[D10.5_M]", "[D10.5_m]"},
-                        {"D%Diameter%_%Inch%", "[D10.5_i]", "[D10.5_i]"},
-                        {"%Diameter%x%Flutes%mm", "[10.5x4]", "[10.5x4]"},
-                        {"T%Unit%_%Coating%_%Flutes%", "[TM_4]", "[Tm_4]"},
-                        {"Ø%Coating%a%Coating%%Coating%", "[]", "[]"},
-                        {"刀%Coating%é%Note%", "[é]", "[é]"},
-                        {"%Coolant%/%Left%", "[Yes/No]", "[Yes/No]"},
-                        {"a_%Nope%_%Empty%____%Null%_b%Nope%", "[a_b]", "[a_b]"},
-                        {"%%a%b", "[a]", "[a]"},
-                        {"a%", "[a]", "[a]"},
-                        {"%", "[]", "[]"},
-                        {"%Flutes%%Flutes%%", "[44]", "[44]"},
-                        {"a%Flutes%b%Flutes%c%", "[a4b4c]", "[a4b4c]"},
-                        {"_____________x", "[_x    ]", "[_x    ]"},
-                        {"%flutes%-%Note%", "[-]", "[-]"},
-                        {"%Text%", "[fräsen 刀]", "[fräsen 刀]"}};
+  const std::pair<std::string, std::string> cases[] = {
+      // '#' is M for taps and m for others
+      {"", ""},
+      {"%", ""},
+      {"a%", "a"},
+      {"%%a%b", "a"},
+      {"Mill", "Mill    "},
+      {"%flutes%-%Note%", "-"},
+      {"D%Diameter%_%Unit%", "D10.5_#"},
+      {"D%Diameter%_%Inch%", "D10.5_i"},
+      {"%Diameter%x%Flutes%mm", "10.5x4"},
+      {"T%Unit%_%Coating%_%Flutes%", "T#_4"},
+      {"Ø%Coating%a%Coating%%Coating%", ""},
+      {"刀%Coating%é%Note%", "é"},
+      {"%Coolant%/%Left%", "Yes/No"},
+      {"a_%Nope%_%Empty%____%Null%_b%Nope%", "a_b"},
+      {"%Flutes%%Flutes%%", "44"},
+      {"a%Flutes%b%Flutes%c%", "a4b4c"},
+      {"_____________x", "_x    "},
+      {"%Text%", "fräsen 刀"}};
   Properties tool;
   tool.Add("Diameter", 10.5).Add("Unit", "mm").Add("Inch", "in").Add("Coating", "Absent");
   tool.Add("Flutes", 4).Add("Null", Variant::Null()).Add("Empty", Variant()).Add("Note", "");
@@ -199,19 +186,22 @@ TEST_F(PropertyTest, NamesByFormat) {
   tool.Add("Text", "fräsen 刀").Add("Name", "own");
   Properties nameless;
   nameless.Add("Flutes", 4).Add("Name", Variant::Null());
-  for (const auto& [format, tap, mill] : cases) {
+  for (const auto& [format, name] : cases) {
     SCOPED_TRACE(format);
     m_db.reset();
     m_db = NewObject();
     std::filesystem::remove(m_file);
-    OpenSeeded(std::string("UPDATE TYPES_DATA SET DEF_NAME_FORMAT = '") + format + "'");
+    OpenSeeded("UPDATE TYPES_DATA SET DEF_NAME_FORMAT = '" + format + "'");
     VARIANT* values = tool.Values();
-    EXPECT_EQ(NameOf("TAP", tool.Names(), values), tap);
-    EXPECT_EQ(NameOf("MILL", tool.Names(), values), mill);
+    for (const auto& [table, unit] : {std::pair("TAP", 'M'), std::pair("MILL", 'm')}) {
+      std::string expected = '[' + name + ']';
+      std::ranges::replace(expected, '#', unit);
+      EXPECT_EQ(NameOf(table, tool.Names(), values), expected);
+    }
     EXPECT_EQ(Find(u"Name", tool.Names(), values), "11: own");
     values = nameless.Values();
-    const std::string name = NameOf("MILL", nameless.Names(), values);
-    EXPECT_EQ('[' + Find(u"Name", nameless.Names(), values).substr(3) + ']', name);
+    const std::string made = NameOf("MILL", nameless.Names(), values);
+    EXPECT_EQ('[' + Find(u"Name", nameless.Names(), values).substr(3) + ']', made);
     Variant none;
     NameOf("MILL", none.ptr(), none.ptr());
   }
