@@ -12,7 +12,7 @@ TEST_F(EditTest, NewRecordShowsKeyAndDefaultsWhileItIsPending) {
   const auto mills = Open("SELECT * FROM MILL");
   mills->AddNew();
   mills->SetBookmark(mills->GetLastModifiedBookmark().get());
-  EXPECT_EQ(Values(*mills, {"ID", "D", "Fav", "Flutes", "Name"}), "1 6 0 2 null");
+  EXPECT_EQ(Values(*mills, {"ID", "D", "Fav", "Flutes", "Name"}), "1, 6, 0, 2, null");
   EXPECT_EQ(Ask("SELECT count(*) FROM MILL"), "0");
   mills->SetFieldValue("Name", Text("pending").get());
   mills->Update();

@@ -97,12 +97,12 @@ class RecordsetFixture : public ::testing::Test {
     VariantChangeType(text.put(), &value.get(), 0, VT_BSTR);
     return Narrow(View(text.get().bstrVal));
   }
-  /// Some fields of the current record, parted by blanks.
+  /// Some fields of the current record, parted by commas.
   static std::string Values(const CDaoRecordset& records,
                             std::initializer_list<const char*> fields) {
     std::string all;
     for (const char* field : fields) {
-      all += (all.empty() ? "" : " ") + Show(records.GetFieldValue(field));
+      all += (all.empty() ? "" : ", ") + Show(records.GetFieldValue(field));
     }
     return all;
   }
