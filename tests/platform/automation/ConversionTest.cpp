@@ -1,7 +1,8 @@
 #include <cmath>
 #include <limits>
+#include <map>
+#include <sstream>
 #include <string>
-#include <type_traits>
 
 #include "platform/automation/Variant.h"
 #include "tests/platform/automation/CountingObject.h"
@@ -10,31 +11,16 @@
 namespace orxdb {
 namespace {
 
-constexpr LONGLONG kLeast = std::numeric_limits<LONGLONG>::min();
-
 class ConversionTest : public LeakBalance {};
 
-template <typename T>
-Variant Make(VARTYPE type, T VARIANT::*member, std::type_identity_t<T> value) {
-  Variant variant;
-  variant.ptr()->*member = value;
-  variant.ptr()->vt = type;
-  return variant;
-}
-Variant Cy(LONGLONG tenThousandths) {
-  CY value{};
-  value.int64 = tenThousandths;
-  return Variant::FromCy(value);
-}
-Variant Dec(ULONGLONG low, BYTE scale, BYTE sign = 0, ULONG high = 0) {
-  Variant variant;
-  DECIMAL& decimal = variant.ptr()->decVal;
-  decimal.Lo64 = low;
-  decimal.Hi32 = high;
-  decimal.scale = scale;
-  decimal.sign = sign;
-  variant.ptr()->vt = VT_DECIMAL;
-  return variant;
+const std::map<std::string, VARTYPE> kTypes = {
+    {"I1", VT_I1},   {"UI1", VT_UI1},   {"I2", VT_I2},     {"UI2", VT_UI2},
+    {"I4", VT_I4},   {"UI4", VT_UI4},   {"I8", VT_I8},     {"UI8", VT_UI8},
+    {"R4", VT_R4},   {"R8", VT_R8},     {"CY", VT_CY},     {"DATE", VT_DATE},
+    {"INT", VT_INT}, {"UINT", VT_UINT}, {"BOOL", VT_BOOL}, {"DECIMAL", VT_DECIMAL}};
+
+Variant FromAscii(const std::string& text) {
+  return Variant::FromText(std::u16string(text.begin(), text.end()));
 }
 
 std::string Show(const Variant& value) {
@@ -44,10 +30,10 @@ std::string Show(const Variant& value) {
   return {wide.begin(), wide.end()};
 }
 
-/// The new value as text, or the status in words of its own.
-std::string ConvertAndShow(const Variant& source, VARTYPE type, USHORT flags = 0) {
+/// Replaces the value. The new one as text, or the status in words of its own.
+std::string Convert(Variant& value, VARTYPE type, USHORT flags = 0) {
   Variant target = Variant::FromText(u"untouched");
-  const HRESULT status = VariantChangeType(target.ptr(), &source.get(), flags, type);
+  const HRESULT status = VariantChangeType(target.ptr(), &value.get(), flags, type);
   if (FAILED(status)) {
     EXPECT_EQ(Show(target), "untouched");
     if (status == DISP_E_OVERFLOW) return "overflow";
@@ -55,66 +41,68 @@ std::string ConvertAndShow(const Variant& source, VARTYPE type, USHORT flags = 0
     return "failure " + std::to_string(status);
   }
   EXPECT_EQ(target.type(), type);
-  return Show(target);
+  value = std::move(target);
+  return Show(value);
+}
+std::string Convert(Variant&& value, VARTYPE type, USHORT flags = 0) {
+  return Convert(value, type, flags);
 }
 
-TEST_F(ConversionTest, ToText) {
-  const struct {
-    Variant source;
-    std::string text;
-  } cases[] = {
-      {Variant(), ""},
-      {Make(VT_I1, &VARIANT::cVal, static_cast<CHAR>(-5)), "-5"},
-      {Make(VT_I8, &VARIANT::llVal, kLeast), "-9223372036854775808"},
-      {Make(VT_UI8, &VARIANT::ullVal, ~0ULL), "18446744073709551615"},
-      {Variant::FromBool(true), "-1"},
-      {Variant::FromR8(-0.0), "0"},
-      {Variant::FromR8(0.30000000000000004), "0.3"},
-      {Variant::FromR8(1.0 / 3), "0.333333333333333"},
-      {Variant::FromR8(1e15), "1E+15"},
-      {Variant::FromR8(1.5e-7), "1.5E-07"},
-      {Variant::FromR4(1.0F / 3), "0.3333333"},
-      {Variant::FromR4(12345678.0F), "1.234568E+07"},
-      {Cy(kLeast), "-922337203685477.5808"},
-      {Dec(5, 28, DECIMAL_NEG), "-0.0000000000000000000000000005"},
-      {Dec(~0ULL, 0, 0, ~0U), "79228162514264337593543950335"},
-      {Variant::FromDate(-1.25), "1899-12-29 06:00:00"},
-  };
-  for (const auto& [source, text] : cases) EXPECT_EQ(ConvertAndShow(source, VT_BSTR), text);
-  EXPECT_EQ(ConvertAndShow(Variant::FromBool(true), VT_BSTR, VARIANT_ALPHABOOL), "True");
-  EXPECT_EQ(ConvertAndShow(Variant::FromBool(false), VT_BSTR, VARIANT_ALPHABOOL), "False");
+// A text, the types it goes through one after the other, and what comes out.
+TEST_F(ConversionTest, NumbersOfEveryType) {
+  std::istringstream words(R"(
+      -5 I1 = -5   6.5 I4 = 6   -.5 I4 = 0   12E-1 I4 = 1   &HfF I4 = 255   &o17 R8 = 15
+      1e99999999999 I4 = overflow   1e-99999999999 I4 = 0   -1e-400 R8 = 0   1e39 R4 = overflow
+      2.50000000000000000000000000000000000000000001 I4 = 3   #True# BOOL = -1
+      1.23455 CY = 1.2346   1.23445 CY = 1.2344   922337203685477.5808 CY = overflow
+      -922337203685477.5808 CY = -922337203685477.5808   2024-03-05 DATE R8 = 45356
+      79228162514264337593543950335 DECIMAL = 79228162514264337593543950335
+      79228162514264337593543950336 DECIMAL = overflow
+      7.9228162514264337593543950336 DECIMAL = 7.922816251426433759354395034
+      0.00000000000000000000000000005 DECIMAL = 0
+      -0.0000000000000000000000000005 DECIMAL = -0.0000000000000000000000000005
+      0.30000000000000004 R8 = 0.3   0.3333333333333333 R8 = 0.333333333333333   1e15 R8 = 1E+15
+      0.00000015 R8 = 1.5E-07   0.33333334 R4 = 0.3333333   12345678 R4 = 1.234568E+07
+      -3.5 R8 I4 = -4   255.5 R8 UI1 = overflow   255.4999 R8 UI1 = 255   0.1 R4 DECIMAL = 0.1
+      9.3e18 R8 I8 = overflow   9.3e18 R8 UI8 = 9300000000000000000   0.03125 R8 CY = 0.0312
+      18446744073709551615 UI8 CY = overflow   2.5 CY I4 = 2   1.2345 CY R8 = 1.2345
+      1.23455 DECIMAL CY = 1.2346   -0.1 DECIMAL R8 = -0.1   1e-300 R8 BOOL = -1
+      true BOOL UI1 = 255   true BOOL UI8 = 18446744073709551615
+      -657435 R8 DATE = overflow   45356.5 R8 DATE I4 = 45356   0 I4 DATE = 1899-12-30)");
+  for (std::string text, word; words >> text;) {
+    Variant value = FromAscii(text);
+    std::string shown;
+    while (words >> word && word != "=") shown = Convert(value, kTypes.at(word));
+    words >> word;
+    EXPECT_EQ(shown, word) << text;
+  }
 }
 
-TEST_F(ConversionTest, FromText) {
-  const struct {
-    std::u16string_view text;
-    VARTYPE type;
-    std::string result;
-  } cases[] = {
-      {u"  -42\t", VT_I2, "-42"},
-      {u"6.5", VT_I4, "6"},
-      {u"-.5", VT_I4, "0"},
-      {u"2.50000000000000000000000000000000000000000001", VT_I4, "3"},
-      {u"12E-1", VT_I4, "1"},
-      {u"&HfF", VT_I4, "255"},
-      {u"&o17", VT_R8, "15"},
-      {u"1e99999999999", VT_I4, "overflow"},
-      {u"1e-99999999999", VT_I4, "0"},
-      {u"-1e-400", VT_R8, "0"},
-      {u"1e39", VT_R4, "overflow"},
-      {u"1.23455", VT_CY, "1.2346"},
-      {u"1.23445", VT_CY, "1.2344"},
-      {u"922337203685477.5808", VT_CY, "overflow"},
-      {u"79228162514264337593543950335", VT_DECIMAL, "79228162514264337593543950335"},
-      {u"79228162514264337593543950336", VT_DECIMAL, "overflow"},
-      {u"7.9228162514264337593543950336", VT_DECIMAL, "7.922816251426433759354395034"},
-      {u"0.00000000000000000000000000005", VT_DECIMAL, "0"},
-      {u"#True#", VT_BOOL, "-1"},
-      {u"2024-03-05 18:00", VT_DATE, "2024-03-05 18:00:00"},
-  };
-  for (const auto& [text, type, result] : cases) {
-    EXPECT_EQ(ConvertAndShow(Variant::FromText(text), type), result)
-        << std::string(text.begin(), text.end()) << " to " << type;
+TEST_F(ConversionTest, ValuesThatTextCannotGive) {
+  const double infinity = std::numeric_limits<double>::infinity();
+  for (const char* type : {"I1", "UI4", "I8", "UI8", "R4", "CY", "DECIMAL", "DATE"}) {
+    for (const double huge : {1e300, -1e300, infinity, -infinity}) {
+      EXPECT_EQ(Convert(Variant::FromR8(huge), kTypes.at(type)), "overflow") << huge << type;
+    }
+  }
+  EXPECT_EQ(Convert(Variant::FromR8(std::nan("")), VT_I4), "overflow");
+  EXPECT_EQ(Convert(Variant::FromR8(-0.0), VT_BSTR), "0");
+  EXPECT_EQ(Convert(Variant(), VT_BSTR), "");
+  EXPECT_EQ(Convert(Variant(), VT_DATE), "1899-12-30");
+  EXPECT_EQ(Convert(Variant::FromDate(-1.25), VT_BSTR), "1899-12-29 06:00:00");
+  EXPECT_EQ(Convert(Variant::FromBool(true), VT_BSTR, VARIANT_ALPHABOOL), "True");
+  EXPECT_EQ(Convert(Variant::FromBool(false), VT_BSTR, VARIANT_ALPHABOOL), "False");
+  Variant impossible;
+  impossible.ptr()->decVal.scale = 29;
+  impossible.ptr()->vt = VT_DECIMAL;
+  EXPECT_EQ(Convert(impossible, VT_I4), "failure " + std::to_string(E_INVALIDARG));
+  impossible.ptr()->vt = VT_ERROR;
+  EXPECT_EQ(Convert(impossible, VT_I4), "mismatch");
+  EXPECT_EQ(Convert(Variant::Null(), VT_BSTR), "mismatch");
+  EXPECT_EQ(Convert(Variant::FromI4(1), VT_ARRAY | VT_UI1), "mismatch");
+  for (const int type : {VT_NULL + 0, VT_EMPTY + 0, VT_ERROR + 0, VT_UNKNOWN + 0, VT_ARRAY | VT_I4,
+                         VT_BYREF | VT_I4}) {
+    EXPECT_EQ(Convert(Variant::FromText(u"5"), static_cast<VARTYPE>(type)), "mismatch") << type;
   }
 }
 
@@ -123,85 +111,32 @@ TEST_F(ConversionTest, OtherTextIsNoNumber) {
        {u"", u" ", u".", u"-", u"1,5", u"1e", u"1 2", u"0x10", u"&H", u"&H10000000000000000",
         u"inf", u"nan", u"yes", u"\u0664\u0662", u"2024-02-30"}) {
     for (const VARTYPE type : {VT_I4, VT_R8, VT_BOOL, VT_CY, VT_DECIMAL, VT_DATE}) {
-      EXPECT_EQ(ConvertAndShow(Variant::FromText(text), type), "mismatch")
+      EXPECT_EQ(Convert(Variant::FromText(text), type), "mismatch")
           << std::string(text.begin(), text.end()) << " to " << type;
     }
   }
-  EXPECT_EQ(ConvertAndShow(Variant::FromText({u"5\0", 2}), VT_I4), "mismatch");
-  EXPECT_EQ(ConvertAndShow(Variant::FromBstr(Bstr()), VT_I4), "mismatch");
-  for (int type : {VT_NULL + 0, VT_EMPTY + 0, VT_ERROR + 0, VT_UNKNOWN + 0, VT_ARRAY | VT_I4,
-                   VT_BYREF | VT_I4}) {
-    EXPECT_EQ(ConvertAndShow(Variant::FromText(u"5"), static_cast<VARTYPE>(type)), "mismatch")
-        << type;
-  }
+  EXPECT_EQ(Convert(Variant::FromText(u"  -42\t"), VT_I2), "-42");
+  EXPECT_EQ(Convert(Variant::FromText(u"2024-03-05 18:00"), VT_DATE), "2024-03-05 18:00:00");
+  EXPECT_EQ(Convert(FromAscii({'5', '\0'}), VT_I4), "mismatch");
+  EXPECT_EQ(Convert(Variant::FromBstr(Bstr()), VT_I4), "mismatch");
 }
 
-TEST_F(ConversionTest, BetweenNumbers) {
-  const struct {
-    Variant source;
-    VARTYPE type;
-    std::string result;
-  } cases[] = {
-      {Variant::FromR8(-3.5), VT_I4, "-4"},
-      {Variant::FromR8(255.5), VT_UI1, "overflow"},
-      {Variant::FromR8(255.4999), VT_UI1, "255"},
-      {Variant::FromR8(9.3e18), VT_I8, "overflow"},
-      {Variant::FromR8(9.3e18), VT_UI8, "9300000000000000000"},
-      {Variant::FromR4(0.1F), VT_DECIMAL, "0.1"},
-      {Variant::FromR8(0.03125), VT_CY, "0.0312"},
-      {Make(VT_UI8, &VARIANT::ullVal, ~0ULL), VT_CY, "overflow"},
-      {Cy(25000), VT_I4, "2"},
-      {Cy(12345), VT_R8, "1.2345"},
-      {Dec(123455, 5), VT_CY, "1.2346"},
-      {Dec(1, 1, DECIMAL_NEG), VT_R8, "-0.1"},
-      {Variant::FromBool(true), VT_UI1, "255"},
-      {Variant::FromBool(true), VT_UI8, "18446744073709551615"},
-      {Variant::FromR8(1e-300), VT_BOOL, "-1"},
-      {Variant(), VT_DATE, "1899-12-30"},
-      {Variant::FromR8(-657435), VT_DATE, "overflow"},
-      {Variant::FromDate(45356.5), VT_I4, "45356"},
-      {Variant::Null(), VT_BSTR, "mismatch"},
-      {Make(VT_ERROR, &VARIANT::scode, E_FAIL), VT_I4, "mismatch"},
-      {Variant::FromI4(1), VT_ARRAY | VT_UI1, "mismatch"},
-  };
-  for (const auto& [source, type, result] : cases) {
-    EXPECT_EQ(ConvertAndShow(source, type), result) << Show(source) << " to " << type;
-  }
-  for (const VARTYPE type : {VT_I1, VT_UI4, VT_I8, VT_UI8, VT_R4, VT_CY, VT_DECIMAL, VT_DATE}) {
-    for (const double huge : {1e300, -1e300, std::numeric_limits<double>::infinity()}) {
-      EXPECT_EQ(ConvertAndShow(Variant::FromR8(huge), type), "overflow") << huge << " to " << type;
-    }
-  }
-  EXPECT_EQ(ConvertAndShow(Variant::FromR8(std::nan("")), VT_I4), "overflow");
-  EXPECT_EQ(ConvertAndShow(Dec(1, 29), VT_I4), "failure " + std::to_string(E_INVALIDARG));
-}
-
-// Every whole type takes exactly its own range, from numbers as from text.
+// Every whole type takes exactly its own range, from text as from the widest numbers.
 TEST_F(ConversionTest, LimitsOfWholeTypes) {
-  const struct {
-    VARTYPE type;
-    std::u16string_view least, most, below, above;
-  } cases[] = {
-      {VT_I1, u"-128", u"127", u"-129", u"128"},
-      {VT_UI1, u"0", u"255", u"-1", u"256"},
-      {VT_I2, u"-32768", u"32767", u"-32769", u"32768"},
-      {VT_UI2, u"0", u"65535", u"-1", u"65536"},
-      {VT_I4, u"-2147483648", u"2147483647", u"-2147483649", u"2147483648"},
-      {VT_INT, u"-2147483648", u"2147483647", u"-2147483649", u"2147483648"},
-      {VT_UI4, u"0", u"4294967295", u"-1", u"4294967296"},
-      {VT_UINT, u"0", u"4294967295", u"-1", u"4294967296"},
-      {VT_I8, u"-9223372036854775808", u"9223372036854775807", u"-9223372036854775809",
-       u"9223372036854775808"},
-      {VT_UI8, u"0", u"18446744073709551615", u"-1", u"18446744073709551616"},
-  };
-  for (const auto& [type, least, most, below, above] : cases) {
-    for (const std::u16string_view text : {least, most, below, above}) {
-      const bool fits = text == least || text == most;
-      const std::string expected = fits ? std::string(text.begin(), text.end()) : "overflow";
-      Variant value = Variant::FromText(text);
-      EXPECT_EQ(ConvertAndShow(value, type), expected);
-      EXPECT_EQ(VariantChangeType(value.ptr(), value.ptr(), 0, VT_DECIMAL), S_OK);
-      EXPECT_EQ(ConvertAndShow(value, type), expected);
+  std::istringstream words(R"(I1 -128 127 -129 128   UI1 0 255 -1 256
+      I2 -32768 32767 -32769 32768   UI2 0 65535 -1 65536
+      I4 -2147483648 2147483647 -2147483649 2147483648   UI4 0 4294967295 -1 4294967296
+      INT -2147483648 2147483647 -2147483649 2147483648   UINT 0 4294967295 -1 4294967296
+      I8 -9223372036854775808 9223372036854775807 -9223372036854775809 9223372036854775808
+      UI8 0 18446744073709551615 -1 18446744073709551616)");
+  for (std::string type, text; words >> type;) {
+    for (const bool fits : {true, true, false, false}) {
+      words >> text;
+      Variant value = FromAscii(text);
+      const std::string expected = fits ? text : "overflow";
+      EXPECT_EQ(Convert(value.Copy(), kTypes.at(type)), expected);
+      EXPECT_EQ(Convert(value, VT_DECIMAL), text);
+      EXPECT_EQ(Convert(value, kTypes.at(type)), expected);
     }
   }
 }
