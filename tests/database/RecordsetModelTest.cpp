@@ -93,7 +93,7 @@ class Model {
     m_deleted = true;
   }
   void Add(int key, const Tool& tool) {
-    const bool ended = !HasPlace() && !m_members.empty();
+    const bool ended = !IsEmpty() && !HasPlace();
     m_table[key] = tool;
     m_members.push_back(key);
     if (IsEmpty()) MoveFirst();
