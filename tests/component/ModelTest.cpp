@@ -154,7 +154,7 @@ class ModelTest : public ComponentTest {
   Record Expected(const ModelTable& table, const ModelTool* tool) const {
     if (!tool) return {};
     const auto text = [](Number number) {
-      return number ? std::to_string(static_cast<double>(*number)) : "NULL";
+      return number ? std::to_string(*number) + ".000000" : "NULL";
     };
     return {{table.key, std::to_string(tool->id)},
             {"Name", tool->name.value_or("NULL")},
@@ -165,7 +165,7 @@ class ModelTest : public ComponentTest {
   static std::string LineOf(const ModelTable& table, const ModelTool& tool) {
     const auto field = [](const std::string& text) { return '"' + text + "\"\t"; };
     const auto number = [&](Number value) {
-      return field(value ? std::to_string(static_cast<double>(*value)) : "");
+      return field(value ? std::to_string(*value) + ".000000" : "");
     };
     std::string line = field(tool.name.value_or(""));
     if (!table.uniqueNames) line += number(tool.low) + number(tool.high);
