@@ -7,7 +7,6 @@ import struct
 import sys
 import unittest
 import zlib
-from fractions import Fraction
 from pathlib import Path
 
 STARTER = Path(sys.argv.pop(1) if len(sys.argv) > 1 else "resources/starter")
@@ -20,12 +19,35 @@ SPEEDS = ["DRILLING_FS", "END_MILLING_FS", "FACE_MILLING_FS", "REAMING_FS", "REC
 RANGES = SPEEDS + ["T24_27_30_31"]
 FACTORS = ["T15b_15d_22", "T15c", "T25", "T33", "T34", "HARDNESS_BRC", "HARDNESS_RCB", "T5_DEPTH", "T5_FEED"]
 WITHOUT_PICTURE = {"WOODRUFF_CUTTER", "DOVETAIL_CUTTER"}
+LOOKUPS = {"Material": "TOOL_MATERIAL", "Coating": "COATING", "Holder": "HOLDER", "TappingHead": "TAPPING_HEAD"}
 FROM_HEAD = ["Approach_Height", "Retraction_Height", "Extra_Depth", "Retraction_Ratio"]
 NOT_EXPORTED = ["ID", "AUX_", "Feed", "Speed", "IsFavorite"]
-WHOLE = {"BYTE": (0, 255), "SHORT": (-2**15, 2**15 - 1), "LONG": (-2**31, 2**31 - 1), "BOOLEAN": (-1, 0)}
+WHOLE = {"BYTE": "0 AND 255", "SHORT": "-32768 AND 32767", "LONG": "-2147483648 AND 2147483647", "BOOLEAN": "-1 AND 0"}
 REALS = {"SINGLE", "DOUBLE", "CURRENCY"}
 OTHERS = {"DATETIME", "LONGBINARY", "LONGTEXT", "GUID", "INTEGER"}
-INCH = 25.4
+MM = "iif([Unit] = 'mm', 1, 25.4)"
+
+# What holds of every tool whose stored query has all the columns in brackets.
+TOOL_RULES = [f"[{less}] < [{more}]" for less, more in (pair.split("<") for pair in (
+    "Flute_Length<Overall_Length Thread_Length<Overall_Length Min_Diameter<Max_Diameter Tap_Drill<Diameter "
+    "Pilot_Diameter<Diameter Pilot_Diameter<Body_Diameter Bar_Diameter<Min_Bore Bore_Diameter<Diameter "
+    "Width<Diameter Tip_Diameter<Diameter").split())]
+# Its holder takes its shank.
+TOOL_RULES += [f"[Holder] IS NULL OR (SELECT [{size}_Diameter] * {MM} BETWEEN Metric_Min_Shank - 0.01 "
+               "AND Metric_Max_Shank + 0.01 FROM HOLDER WHERE Name = T.[Holder])"
+               for size in ("Shank", "Body", "Bar", "Bore")]
+TOOL_RULES += [
+    "[Unit] IN ('mm', 'in')",
+    "[Name] = trim([Name]) AND [Name] <> ''",
+    "(SELECT count(*) FROM {table} AS O WHERE O.Name = T.[Name] COLLATE NOCASE) = 1",
+    "[Material] <> '' AND [Coating] <> ''",
+    "abs([Pitch] * [Threads_Per_Inch] - iif([Unit] = 'mm', 25.4, 1)) < 0.0005",
+    "'{table}' <> 'TAP' OR abs([Tap_Drill] / ([Diameter] - [Pitch]) - 1) <= 0.05",
+    "[Ball_Radius] * 2 = [Diameter]",
+    # Its tapping head is one for the diameter, and the head's values are shown.
+    "[TappingHead] IS NULL OR EXISTS (SELECT 1 FROM TAPPING_HEAD AS H WHERE H.Name = T.[TappingHead] AND "
+    "T.[AUX_Metric_Diameter] BETWEEN H.AUX_Metric_Min_Diameter AND H.AUX_Metric_Max_Diameter AND "
+    + " AND ".join(f"T.{column} = H.{column}" for column in FROM_HEAD + ["Unit"]) + ")"]
 
 
 def picture(name):
@@ -47,332 +69,216 @@ class Starter(unittest.TestCase):
         cls.db = build()
         cls.catalogue = cls.rows("TOOL_TYPES")
         cls.tools = [row["TOOLTABLE_NAME"][2:] for row in cls.catalogue]
+        cls.tables, cls.views = ({row["name"]: row["sql"] for row in cls.rows("sqlite_schema") if row["type"] == kind
+                                  and not row["name"].startswith("sqlite_")} for kind in ("table", "view"))
+        cls.columns = {source: {row["name"]: row["type"] for row in cls.rows(f"pragma_table_info('{source}')")}
+                       for source in (*cls.tables, *cls.views)}
 
     @classmethod
-    def rows(cls, source):
-        return cls.db.execute(f'SELECT * FROM "{source}"').fetchall()
+    def rows(cls, source, what="*"):
+        return cls.db.execute(f"SELECT {what} FROM {source}").fetchall()
 
-    def objects(self, kind):
-        return {row["name"]: row["sql"] for row in self.db.execute(
-            "SELECT name, sql FROM sqlite_schema WHERE type = ? AND name NOT LIKE 'sqlite_%'", [kind])}
-
-    def types(self, table):
-        return {row["name"]: row["type"] for row in self.db.execute(f'PRAGMA table_info("{table}")')}
-
-    def joins(self, table):
-        """Lookup columns of a tool table's stored query: column -> (table, text column)."""
-        sql = self.objects("view")["Q_" + table]
-        tables = {alias: (name, column) for name, alias, column in
-                  re.findall(r"LEFT JOIN (\w+) AS (\w+) ON \2\.ID = T\.(\w+)", sql)}
-        shown = re.findall(r"(\w+)\.(\w+) AS (\w+)", sql)
-        return {name: (tables[alias][0], text) for alias, text, name in shown
-                if alias in tables and tables[alias][1] == name}
-
-    def each(self, table, query=True):
-        for row in self.rows("Q_" + table if query else table):
-            with self.subTest(table=table, row=tuple(row)[:3]):
-                yield row
+    def holds(self, source, *rules):
+        """Each rule is true for every row of the source, aliased T."""
+        for rule in rules:
+            broken = self.rows(f"{source} AS T WHERE ({rule}) IS NOT TRUE LIMIT 3")
+            self.assertFalse([tuple(row)[:3] for row in broken], f"{source}: {rule}")
 
 
 class Shape(Starter):
-    def test_scripts_leave_the_transaction_to_the_creator(self):
-        for script in STARTER.glob("*.sql"):
-            text = re.sub(r"--.*", "", script.read_text(encoding="utf-8"))
-            self.assertIsNone(re.search(r"\b(PRAGMA|BEGIN|COMMIT|ATTACH|VACUUM)\b", text), script.name)
-
     def test_catalogue_names_tables_with_stored_queries(self):
         self.assertEqual(len(set(self.tools)), len(self.tools))
         self.assertLessEqual(NAMED, set(self.tools))
         self.assertGreaterEqual(len(self.tools), 15)
-        tables, views = self.objects("table"), self.objects("view")
-        for row, table in zip(self.catalogue, self.tools):
-            self.assertEqual(row["TOOLTABLE_NAME"], "Q_" + table)
-            self.assertIn(table, tables)
-            self.assertIn("Q_" + table, views)
-            self.assertTrue(row["TOOL_TYPE"] and row["TOOL_SUBTYPE"] and row["COMMENT"])
-            self.assertIn(row["TEMPL_TAB_NAME"] or table, tables)
-        stored = {"Q_" + name for name in self.tools + RANGES + FACTORS + ["DRILL_FEED", "STOCK_MATERIAL"]}
-        self.assertEqual({name for name in views if name.startswith("Q_")}, stored)
-        self.assertEqual(len(RANGES + FACTORS) + 1, 18)
-        self.assertEqual([table for row, table in zip(self.catalogue, self.tools) if not row["PRIMARY_OP"]], ["TAPPING_HEAD"])
-        parts = [{row["TOOLTABLE_NAME"] for row in self.rows(view)} for view in views
-                 if view.endswith("_TYPES") and view != "TOOL_TYPES"]
-        self.assertEqual(set().union(*parts), {"Q_" + name for name in self.tools} - {"Q_TAPPING_HEAD"})
+        self.holds("TOOL_TYPES", "TOOLTABLE_NAME LIKE 'Q\\_%' ESCAPE '\\'", "TOOL_TYPE <> '' AND TOOL_SUBTYPE <> ''",
+                   "COMMENT <> ''", "(PRIMARY_OP IS NULL) = (TOOLTABLE_NAME = 'Q_TAPPING_HEAD')",
+                   "coalesce(TEMPL_TAB_NAME, substr(TOOLTABLE_NAME, 3)) IN (SELECT name FROM sqlite_schema)")
+        named = {"Q_" + name for name in self.tools}
+        stored = {"Q_" + name for name in RANGES + FACTORS + ["DRILL_FEED", "STOCK_MATERIAL"]}
+        self.assertEqual({name for name in self.views if name.startswith("Q_")}, named | stored)
+        parts = {row["TOOLTABLE_NAME"] for view in self.views if re.search("._TYPES$", view) and view != "TOOL_TYPES"
+                 for row in self.rows(view)}
+        self.assertEqual(parts, named - {"Q_TAPPING_HEAD"})
 
     def test_every_view_column_is_named_and_the_key_comes_first(self):
-        for name, sql in self.objects("view").items():
+        for name, sql in self.views.items():
             head, tail = re.fullmatch(r"CREATE VIEW \w+ AS\s+SELECT (.*?)\s+FROM (.*)", sql, re.S).groups()
-            items = [item.strip() for item in head.split(",")]
-            for item in items:
-                self.assertRegex(item, r'^\w+\.("[^"]+"|\w+) AS ("[^"]+"|\w+)$', name)
-            shown = [item.split(" AS ")[1].strip('"') for item in items]
-            self.assertEqual(len(set(map(str.lower, shown))), len(shown), name)
+            for item in head.split(","):
+                self.assertRegex(item.strip(), r'^\w+\.("[^"]+"|\w+) AS ("[^"]+"|\w+)$', name)
+            shown = list(self.columns[name])
+            self.assertEqual(len(set(map(str.lower, shown))), len(head.split(",")), name)
             self.assertEqual(shown[0], "TAPPING_HEAD.ID" if name == "Q_TAPPING_HEAD" else "ID")
             base = tail.split()[0]
-            self.assertIn("ID INTEGER PRIMARY KEY AUTOINCREMENT", self.objects("table")[base])
+            self.assertIn("ID INTEGER PRIMARY KEY AUTOINCREMENT", self.tables[base])
             if name[2:] in self.tools:
                 self.assertEqual(base, name[2:])
                 self.assertNotRegex(tail, r"WHERE|ORDER BY")
-                for column in set(self.types(base)) - {"ID"}:
-                    self.assertIn(column, shown, name)
+                self.assertLessEqual(set(self.columns[base]) - {"ID"}, set(shown), name)
                 self.assertEqual([row[0] for row in self.rows(name)],
-                                 [row["ID"] for row in self.db.execute(f"SELECT ID FROM {base} ORDER BY ID")])
+                                 [row[0] for row in self.rows(base + " ORDER BY ID")])
 
     def test_values_fit_their_declared_types(self):
-        for table in self.objects("table"):
-            types = self.types(table)
-            for row in self.rows(table):
-                for column, declared in types.items():
-                    value, where = row[column], f"{table}.{column}"
-                    text = re.fullmatch(r"TEXT\((\d+)\)", declared)
-                    if value is None:
-                        continue
-                    if text:
-                        self.assertIsInstance(value, str, where)
-                        self.assertTrue(0 < len(value) <= int(text[1]), where)
-                    elif declared in WHOLE:
-                        low, high = WHOLE[declared]
-                        self.assertTrue(isinstance(value, int) and low <= value <= high, where)
-                    elif declared in REALS:
-                        self.assertIsInstance(value, float, where)
-                    else:
-                        self.assertIn(declared, OTHERS, where)
+        for table in self.tables:
+            for column, declared in self.columns[table].items():
+                if text := re.fullmatch(r"TEXT\((\d+)\)", declared):
+                    rule = f"typeof([{column}]) = 'text' AND length([{column}]) BETWEEN 1 AND {text[1]}"
+                elif declared in WHOLE:
+                    rule = f"typeof([{column}]) = 'integer' AND [{column}] BETWEEN {WHOLE[declared]}"
+                else:
+                    self.assertIn(declared, REALS | OTHERS, (table, column))
+                    rule = f"typeof([{column}]) = 'real'" if declared in REALS else "1"
+                self.holds(table, f"[{column}] IS NULL OR {rule}")
 
     def test_search_parameters_and_name_formats_use_existing_columns(self):
         for row, table in zip(self.catalogue, self.tools):
-            columns = set(self.rows("Q_" + table)[0].keys())
+            columns = set(self.columns["Q_" + table])
             search = row["SEARCH_PARAM"].split("\r\n")
             self.assertEqual(len(set(search)), len(search), table)
-            self.assertLessEqual(set(search), columns, table)
             pieces = row["DEF_NAME_FORMAT"].split("%")
             self.assertTrue(len(pieces) > 2 and len(pieces) % 2 == 1, table)
             self.assertEqual(pieces[-1], "", f"{table}: text after the last sign is lost")
-            self.assertLessEqual(set(pieces[1::2]), columns, table)
-            for tool in self.each(table):
-                name = "".join(str(tool[p] if tool[p] is not None else "") if i % 2 else p for i, p in enumerate(pieces))
-                self.assertLessEqual(len(name), int(self.types(table)["Name"][5:-1]))
+            self.assertLessEqual(set(search + pieces[1::2]), columns, table)
+            name = " || ".join(f"coalesce([{p}], '')" if i % 2 else f"'{p}'" for i, p in enumerate(pieces))
+            self.holds("Q_" + table, f"length({name}) <= {self.columns[table]['Name'][5:-1]}")
 
     def test_pictures_are_what_the_generator_draws(self):
+        def parts(data):
+            self.assertEqual(struct.unpack(">I", data[-16:-12])[0], zlib.crc32(data[37:-16]))
+            return data[:33], data[37:41], zlib.decompress(data[41:-16]), data[-12:]
         for row, table in zip(self.catalogue, self.tools):
             self.assertEqual(row["ICON"], None if table in WITHOUT_PICTURE else picture(table), table)
         self.assertEqual({name.upper() for name in make_pictures.PICTURES}, set(self.tools) - WITHOUT_PICTURE)
-        pixels = {}
-        for name, shapes in make_pictures.PICTURES.items():
-            stored = self.pixels(picture(name))
-            self.assertEqual(stored, self.pixels(make_pictures.png(shapes)), name)
-            pixels[name] = stored
-        self.assertEqual(len(set(pixels.values())), len(pixels))
-
-    def pixels(self, data):
-        self.assertEqual(data[:8], b"\x89PNG\r\n\x1a\n")
-        at, chunks = 8, {}
-        while at < len(data):
-            size, kind = struct.unpack(">I4s", data[at:at + 8])
-            body = data[at + 8:at + 8 + size]
-            self.assertEqual(zlib.crc32(kind + body), struct.unpack(">I", data[at + 8 + size:at + 12 + size])[0])
-            chunks[kind] = body
-            at += 12 + size
-        self.assertEqual((kind, struct.unpack(">II", chunks[b"IHDR"][:8])), (b"IEND", (64, 64)))
-        return zlib.decompress(chunks[b"IDAT"])
+        drawn = {name: parts(make_pictures.png(shapes)) for name, shapes in make_pictures.PICTURES.items()}
+        self.assertEqual({name: parts(picture(name)) for name in drawn}, drawn)
+        self.assertEqual(len(set(drawn.values())), len(drawn))
 
 
 class Tools(Starter):
-    def test_sizes_and_names(self):
+    def test_every_tool_is_possible(self):
+        used = set()
         for table in self.tools:
-            names = [row["Name"] for row in self.rows(table)]
-            self.assertTrue(15 <= len(names) <= 80, (table, len(names)))
-            self.assertTrue(all(name and name == name.strip() for name in names), table)
-            self.assertEqual(len(set(map(str.lower, names))), len(names), table)
-            plan = f"EXPLAIN QUERY PLAN SELECT * FROM Q_{table} WHERE Name = '' COLLATE NOCASE"
-            self.assertIn(f"{table}_Name", self.db.execute(plan).fetchone()["detail"])
+            self.assertTrue(15 <= len(self.rows(table)) <= 80, table)
+            self.assertEqual({row["Unit"] for row in self.rows(table)}, {"mm", "in"})
+            applying = [rule for rule in TOOL_RULES
+                        if set(re.findall(r"\[(\w+)\]", rule)) <= set(self.columns["Q_" + table])]
+            used.update(applying)
+            self.holds("Q_" + table, *(rule.replace("{table}", table) for rule in applying))
+            plan = self.db.execute(f"EXPLAIN QUERY PLAN SELECT * FROM Q_{table} WHERE Name = '' COLLATE NOCASE")
+            self.assertIn(f"{table}_Name", plan.fetchone()["detail"])
+        self.assertEqual(used, set(TOOL_RULES))
+        for table in ("TAP", "PIPE_TAP"):  # some with a head, some without
+            self.holds(f"(SELECT count(TappingHead) AS N, count(*) AS M FROM {table})", "N BETWEEN 1 AND M - 1")
+        self.assertGreater(sum(len(self.rows(f"Q_{table} WHERE Holder <> ''")) for table in self.tools
+                               if "Holder" in self.columns[table]), 500)
 
     def test_a_new_tool_starts_with_defaults(self):
         db = build()
         for table in self.tools:
             db.execute(f"INSERT INTO {table} DEFAULT VALUES")
             row = db.execute(f'SELECT * FROM Q_{table} ORDER BY 1 DESC').fetchone()
+            self.assertEqual((row[0], row["IsFavorite"]), (len(self.rows(table)) + 1, 0))
             self.assertIn(row["Unit"], ("mm", "in"))
-            self.assertEqual(row["IsFavorite"], 0)
-            self.assertEqual(row[0], len(self.rows(table)) + 1)
-            joined = self.joins(table)
-            for column in set(joined) & {"Material", "Coating"}:
-                self.assertTrue(row[column], (table, column))
-            own = self.types(table)
-            for column in set(own) - set(joined) - {"ID"}:
-                if not own[column].startswith("TEXT") and not column.startswith("AUX_"):
+            for column, declared in self.columns[table].items():
+                if column not in ("ID", "Holder", "TappingHead") and not column.startswith("AUX_") and (
+                        not declared.startswith("TEXT")):
                     self.assertIsNotNone(row[column], (table, column))
 
-    def test_lookups_resolve_and_taps_get_fitting_heads(self):
-        expected = {"Material": "TOOL_MATERIAL", "Coating": "COATING", "Holder": "HOLDER", "TappingHead": "TAPPING_HEAD"}
+    def test_lookups_resolve(self):
         for table in self.tools:
-            joins = self.joins(table)
-            for column in set(self.types(table)) & set(expected):
-                self.assertEqual(joins[column], (expected[column], "Name"), table)
-            for stored, shown in zip(self.rows(table), self.rows("Q_" + table)):
-                for column in joins:
-                    self.assertEqual(stored[column] is None, shown[column] is None, (table, column))
-                self.assertTrue(table == "TAPPING_HEAD" or shown["Material"] and shown["Coating"], shown["Name"])
-        for lookup in set(expected.values()):
-            texts = [row["Name"].lower() for row in self.rows(lookup)]
-            self.assertEqual(len(set(texts)), len(texts), lookup)
-        heads = {row["Name"]: row for row in self.rows("Q_TAPPING_HEAD")}
-        for table in ("TAP", "PIPE_TAP"):
-            used = [row for row in self.each(table) if row["TappingHead"]]
-            self.assertTrue(0 < len(used) < len(self.rows(table)), "some with a head, some without")
-            for tap in used:
-                head = heads[tap["TappingHead"]]
-                self.assertTrue(head["AUX_Metric_Min_Diameter"] <= tap["AUX_Metric_Diameter"]
-                                <= head["AUX_Metric_Max_Diameter"], tap["Name"])
-                self.assertEqual([tap[c] for c in FROM_HEAD + ["Unit"]], [head[c] for c in FROM_HEAD + ["Unit"]])
+            for column, lookup in LOOKUPS.items():
+                if column in self.columns[table]:
+                    key = next(iter(self.columns["Q_" + table]))
+                    self.holds(f"(SELECT T.[{column}] AS Stored, Q.[{column}] AS Shown FROM {table} AS T "
+                               f'JOIN Q_{table} AS Q ON Q."{key}" = T.ID)', "(Stored IS NULL) = (Shown IS NULL)",
+                               f"Shown IS (SELECT Name FROM {lookup} WHERE ID = Stored)")
+            self.assertTrue(table == "TAPPING_HEAD" or {"Material", "Coating"} <= set(self.columns[table]), table)
+        for lookup in LOOKUPS.values():
+            self.holds(lookup, f"(SELECT count(*) FROM {lookup} AS O WHERE O.Name = T.Name COLLATE NOCASE) = 1")
 
     def test_metric_columns_agree_with_the_unit(self):
+        special = {"CENTER_DRILL": "Pilot_Diameter", "BORING_BAR": "Bar_Diameter"}
         for table in self.tools:
-            columns = self.types(table)
-            pairs = {aux: aux[len("AUX_Metric_"):] for aux in columns if aux.startswith("AUX_Metric_")}
-            if table in ("CENTER_DRILL", "BORING_BAR"):
-                pairs = {"AUX_Metric_Diameter": {"CENTER_DRILL": "Pilot_", "BORING_BAR": "Bar_"}[table] + "Diameter"}
+            pairs = {aux: special.get(table, aux[len("AUX_Metric_"):]) for aux in self.columns[table]
+                     if aux.startswith("AUX_Metric_")}
             self.assertTrue(pairs, table)
-            self.assertEqual({row["Unit"] for row in self.rows(table)}, {"mm", "in"})
-            for row in self.each(table, query=False):
-                scale = {"mm": 1, "in": INCH}[row["Unit"]]
-                for aux, own in pairs.items():
-                    self.assertAlmostEqual(row[aux], row[own] * scale, 5)
-                    self.assertTrue(0.2 < row[aux] < 260)
+            for aux, own in pairs.items():
+                self.holds(table, f"abs({aux} - {own} * {MM}) < 0.000005 AND {aux} > 0.2 AND {aux} < 260")
 
     def test_exchange_files_can_carry_every_tool(self):
         """A null number, a real beyond six decimals, or a quotation mark would not come back from a file."""
         for table in self.tools:
-            types = self.types(table)
-            joined = self.joins(table)
-            for row in self.each(table):
-                for column in row.keys():
-                    if any(text in column for text in NOT_EXPORTED) or column in FROM_HEAD and table != "TAPPING_HEAD":
-                        continue
-                    declared = "TEXT" if column in joined else types[column].split("(")[0]
-                    self.assertNotIn(declared, {"CURRENCY", "DATETIME", "LONGBINARY", "GUID"})
-                    if declared == "TEXT":
-                        self.assertNotRegex(row[column] or "", "['\"]")
-                    else:
-                        self.assertIsNotNone(row[column], column)
-                        self.assertEqual(float("%f" % row[column]), row[column], column)
-
-    def test_dimensions_are_possible(self):
-        smaller = [("Flute_Length", "Overall_Length"), ("Thread_Length", "Overall_Length"), ("Min_Diameter", "Max_Diameter"),
-                   ("Tap_Drill", "Diameter"), ("Pilot_Diameter", "Diameter"), ("Pilot_Diameter", "Body_Diameter"),
-                   ("Bar_Diameter", "Min_Bore"), ("Bore_Diameter", "Diameter"), ("Width", "Diameter"),
-                   ("Tip_Diameter", "Diameter")]
-        for table in self.tools:
-            columns = set(self.rows("Q_" + table)[0].keys())
-            for row in self.each(table):
-                for less, more in smaller:
-                    if {less, more} <= columns:
-                        self.assertLess(row[less], row[more], (less, more))
-                if {"Pitch", "Threads_Per_Inch"} <= columns:
-                    inch = {"mm": INCH, "in": 1}[row["Unit"]]
-                    self.assertAlmostEqual(row["Pitch"] * row["Threads_Per_Inch"], inch, 3)
-        for row in self.each("TAP"):
-            self.assertAlmostEqual(row["Tap_Drill"] / (row["Diameter"] - row["Pitch"]), 1, delta=0.05)
-        for row in self.each("BALL_END_MILL"):
-            self.assertEqual(row["Ball_Radius"] * 2, row["Diameter"])
-
-    def test_holders_take_the_shank(self):
-        holders = {row["ID"]: row for row in self.rows("HOLDER")}
-        held = 0
-        for table in self.tools:
-            size = next((c for c in ("Shank_Diameter", "Body_Diameter", "Bar_Diameter", "Bore_Diameter")
-                         if c in self.types(table)), None)
-            for row in self.each(table, query=False):
-                if size and row["Holder"]:
-                    mm = row[size] * {"mm": 1, "in": INCH}[row["Unit"]]
-                    holder = holders[row["Holder"]]
-                    self.assertTrue(holder["Metric_Min_Shank"] - 0.01 <= mm <= holder["Metric_Max_Shank"] + 0.01)
-                    held += 1
-        self.assertGreater(held, 500)
+            for column, declared in self.columns["Q_" + table].items():
+                if any(text in column for text in NOT_EXPORTED) or column in FROM_HEAD and table != "TAPPING_HEAD":
+                    continue
+                self.assertNotIn(declared, {"CURRENCY", "DATETIME", "LONGBINARY", "GUID"})
+                self.holds("Q_" + table, f"[{column}] IS NULL OR instr([{column}], '\"') + instr([{column}], '''') = 0"
+                           if "TEXT" in declared else f"CAST(printf('%.6f', [{column}]) AS REAL) = [{column}]")
 
 
 class Machining(Starter):
     def test_hardness_ranges_cover_the_stock_materials(self):
-        stock = self.rows("Q_STOCK_MATERIAL")
-        self.assertGreaterEqual(len(stock), 40)
-        self.assertEqual(len({row["DispType"].lower() for row in stock}), len(stock))
+        self.assertGreaterEqual(len(self.rows("Q_STOCK_MATERIAL")), 40)
+        self.holds("STOCK_MATERIAL", "Typical_HB BETWEEN MinHB AND MaxHB",
+                   "(SELECT count(*) FROM STOCK_MATERIAL AS O WHERE O.DispType = T.DispType COLLATE NOCASE) = 1")
         for table in RANGES:
-            rows = self.rows("Q_" + table)
-            groups = {}
-            for row in rows:
-                groups.setdefault(row["Material"], []).append((row["MinHB"], row["MaxHB"]))
-            self.assertEqual(set(groups), {row["Material"] for row in stock}, table)
-            for row in stock:
-                self.assertTrue(row["MinHB"] <= row["Typical_HB"] <= row["MaxHB"], row["DispType"])
-                self.assertTrue(any(low <= row["Typical_HB"] <= high for low, high in groups[row["Material"]]),
-                                (table, row["DispType"]))
-            steps = []
-            for ranges in groups.values():
-                self.assertTrue(all(low < high for low, high in ranges) and ranges == sorted(ranges), table)
-                steps += [after[0] - before[1] for before, after in zip(ranges, ranges[1:])]
+            self.holds("Q_" + table, "Material IN (SELECT Material FROM STOCK_MATERIAL)", "MinHB < MaxHB")
+            self.holds("STOCK_MATERIAL", f"EXISTS (SELECT 1 FROM {table} AS R WHERE R.Material = T.Material "
+                       "AND T.Typical_HB BETWEEN R.MinHB AND R.MaxHB)")
+            steps = [row[0] for row in self.rows(
+                table, "lead(MinHB) OVER (PARTITION BY Material ORDER BY MinHB, MaxHB) - MaxHB") if row[0] is not None]
             self.assertTrue(min(steps) < 0 in steps and max(steps) > 1, f"{table}: overlap, shared end and gap")
 
     def test_harder_material_is_cut_slower(self):
         for table in SPEEDS:
-            speeds = [c for c in self.rows("Q_" + table)[0].keys() if c.endswith("_Speed")]
+            self.holds("Q_" + table, "Speed_Unit = 'm/min' AND Source = 'Starting value'")
+            speeds = [column for column in self.columns["Q_" + table] if column.endswith("_Speed")]
             self.assertTrue(speeds)
-            last = {}
-            for row in self.each(table):
-                self.assertEqual((row["Speed_Unit"], row["Source"]), ("m/min", "Starting value"))
-                for column in speeds:
-                    self.assertTrue(0 < row[column] <= last.get((row["Material"], column), 1000), column)
-                    last[row["Material"], column] = row[column]
-                for slower, faster in (("HSS_Speed", "Carbide_Speed"), ("HSS_Tap_Speed", "Coated_Tap_Speed")):
-                    if faster in speeds:
-                        self.assertLess(row[slower], row[faster])
-        for row in self.each("T24_27_30_31"):
-            self.assertTrue(0.3 < row["Power_Constant"] < 4 and 0 < row["Efficiency"] <= 1)
+            for column in speeds:
+                before = f"lag({column}, 1, 1000) OVER (PARTITION BY Material ORDER BY MinHB, MaxHB)"
+                self.holds(f"(SELECT {column}, {before} AS Softer FROM {table})", f"{column} > 0 AND {column} <= Softer")
+            for slower, faster in (("HSS_Speed", "Carbide_Speed"), ("HSS_Tap_Speed", "Coated_Tap_Speed")):
+                if faster in speeds:
+                    self.holds(table, f"{slower} < {faster}")
+        self.holds("T24_27_30_31", "Power_Constant > 0.3 AND Power_Constant < 4", "Efficiency > 0 AND Efficiency <= 1")
 
     def test_drill_feed_ranges_join_without_gaps(self):
-        rows = self.rows("Q_DRILL_FEED")
-        self.assertGreater(len(rows), 10)
-        for before, row in zip([None] + rows, rows):
-            self.assertLess(row["MinDiameter"], row["MaxDiameter"])
-            self.assertTrue(0 < row["Min_Feed"] < row["Feed"] < row["Max_Feed"])
-            if before:
-                self.assertEqual(before["MaxDiameter"], row["MinDiameter"])
-                self.assertLess(before["Feed"], row["Feed"])
+        self.assertGreater(len(self.rows("DRILL_FEED")), 10)
+        self.holds("DRILL_FEED", "MinDiameter < MaxDiameter", "0 < Min_Feed AND Min_Feed < Feed AND Feed < Max_Feed")
+        self.holds("(SELECT *, lag(MaxDiameter, 1, MinDiameter) OVER W AS Ended, lag(Feed, 1, 0) OVER W AS Less "
+                   "FROM DRILL_FEED WINDOW W AS (ORDER BY MinDiameter))", "MinDiameter = Ended", "Feed > Less")
 
     def test_factor_tables_ascend_by_their_second_column(self):
         for table in FACTORS:
             rows = self.rows("Q_" + table)
             self.assertGreaterEqual(len(rows), 10, table)
-            keys = [row[1] for row in rows]
-            self.assertEqual(keys, sorted(set(keys)), table)
-            for i, column in enumerate(rows[0].keys()[2:], 2):
-                if self.types(table)[column] == "DOUBLE":
-                    values = [row[i] for row in rows]
-                    self.assertTrue(values in (sorted(values), sorted(values, reverse=True)), (table, column))
+            self.assertEqual([row[1] for row in rows], sorted({row[1] for row in rows}), table)
+            for column in list(self.columns[table])[2:]:
+                if self.columns[table][column] == "DOUBLE":
+                    values = [row[column] for row in rows]
+                    self.assertIn(values, (sorted(values), sorted(values, reverse=True)), (table, column))
                     self.assertGreater(min(values), 0)
 
-    def test_stored_order_survives_rows_added_out_of_order(self):
+    def test_stored_queries_sort_rows_added_in_any_order(self):
         db = build()
-        db.execute("INSERT INTO DRILL_FEED (MinDiameter, MaxDiameter) VALUES (0.1, 0.5)")
-        db.execute("INSERT INTO T25 (Feed) VALUES (0.01)")
-        db.execute("INSERT INTO REAMING_FS (Material, MinHB, MaxHB) VALUES ('alloy steel', 100, 150)")
-        for query, first in (("Q_DRILL_FEED", 0.1), ("Q_T25", 0.01), ("Q_REAMING_FS", "alloy steel")):
-            self.assertEqual(db.execute(f"SELECT * FROM {query}").fetchone()[1], first)
+        for table in RANGES + FACTORS + ["DRILL_FEED"]:
+            columns = ", ".join(list(self.columns[table])[1:])
+            db.execute(f"INSERT INTO {table} ({columns}) SELECT {columns} FROM {table} ORDER BY ID % 3, ID DESC")
+            count = 3 if table in RANGES else 2 if table == "DRILL_FEED" else 1
+            keys = [[key.lower() if isinstance(key, str) else key for key in tuple(row)[1:1 + count]]
+                    for row in db.execute(f"SELECT * FROM Q_{table}")]
+            self.assertEqual(keys, sorted(keys), table)
 
     def test_hardness_conversions_agree_both_ways(self):
         back = [(row["HB"], row["HRC"]) for row in self.rows("Q_HARDNESS_BRC")]
-        for row in self.each("HARDNESS_RCB"):
+        for row in self.rows("Q_HARDNESS_RCB"):
             (b0, c0), (b1, c1) = next(p for p in zip(back, back[1:]) if p[0][0] <= row["HB"] <= p[1][0])
             self.assertAlmostEqual(c0 + (c1 - c0) * (row["HB"] - b0) / (b1 - b0), row["HRC"], delta=0.2)
 
     def test_end_mill_template(self):
-        rows = self.rows("T_FEM_TEMPL")
-        standard = [row for row in rows if row["CCNO"] is not None or row["CCYES"] is not None]
-        self.assertGreaterEqual(len(standard), 30)
-        self.assertLess(len(standard), len(rows))
-        self.assertEqual({row["LET_NUM_FRACT"] is None for row in standard}, {True, False})
-        for row in rows:
-            self.assertAlmostEqual(row["METRIC"], row["IMP_DECIM"] * INCH, 4)
-            if row["LET_NUM_FRACT"]:
-                self.assertEqual(Fraction(row["LET_NUM_FRACT"]), Fraction(row["IMP_DECIM"]))
+        self.holds("(SELECT count(coalesce(CCNO, CCYES)) AS Standard, count(LET_NUM_FRACT) AS Named, count(*) AS N "
+                   "FROM T_FEM_TEMPL)", "30 <= Standard AND Standard < N AND 0 < Named AND Named < N")
+        self.holds("T_FEM_TEMPL", "abs(METRIC - IMP_DECIM * 25.4) < 0.00005", "LET_NUM_FRACT IS NULL OR IMP_DECIM = "
+                   "CAST(LET_NUM_FRACT AS REAL) / substr(LET_NUM_FRACT, instr(LET_NUM_FRACT, '/') + 1)")
 
 
 if __name__ == "__main__":
