@@ -17,8 +17,6 @@ namespace {
 
 namespace fs = std::filesystem;
 
-constexpr const char* kClassId = "{6F9619FF-8B86-D011-B42D-00C04FC964FF}";
-
 class ClassObjectTest : public LeakBalance {
  protected:
   ClassObjectTest() {
@@ -30,10 +28,9 @@ class ClassObjectTest : public LeakBalance {
 
   static void Set(const char* name, const std::string& value) { setenv(name, value.c_str(), 1); }
   static std::string Whole(const std::string& progId, const std::string& library) {
-    return std::string("# a class\r\n\r\n[Class]\r\n  classid=") + kClassId +
-           "\r\nProgId = " + progId +
-           "\nVersionIndependentProgId = Test.Thing\nLibrary = " + library +
-           "\nThreadingModel = Apartment\nColour = green\n; done\n[End]\n";
+    return "# a class\r\n\r\n[Class]\r\n  classid={6F9619FF-8B86-D011-B42D-00C04FC964FF}" +
+           ("\r\nProgId = " + progId + "\nVersionIndependentProgId = Test.Thing\nLibrary = ") +
+           library + "\nThreadingModel = Apartment\nColour = green\n; done\n[End]\n";
   }
   void Write(const fs::path& path, const std::string& text) const {
     fs::create_directories((m_folder / path).parent_path());
@@ -53,9 +50,9 @@ class ClassObjectTest : public LeakBalance {
     CoTaskMemFree(progId);
     return text;
   }
-  static HRESULT Create(ComPtr<IUnknown>& object) {
-    return CoCreateInstance(kTestClass, nullptr, CLSCTX_INPROC_SERVER, IID_IUnknown,
-                            object.putVoid());
+  static HRESULT Create(ComPtr<IUnknown>& object, IUnknown* outer = nullptr,
+                        REFIID iid = IID_IUnknown, DWORD context = CLSCTX_INPROC_SERVER) {
+    return CoCreateInstance(kTestClass, outer, context, iid, object.putVoid());
   }
 
   fs::path m_folder;
@@ -63,52 +60,40 @@ class ClassObjectTest : public LeakBalance {
 
 TEST_F(ClassObjectTest, FindsCreatesAndUnloadsARegisteredClass) {
   Write("thing.class", Whole("Test.Thing.1", TEST_CLASS_LIBRARY));
-  EXPECT_EQ(Find(u"Test.Thing.1"), S_OK);
   EXPECT_EQ(Find(u"TEST.thing"), S_OK);
-  EXPECT_EQ(Find(u"Test.Thing.2"), CO_E_CLASSSTRING);
-  EXPECT_EQ(Find(u"Test.Th\u0131ng"), CO_E_CLASSSTRING);
-  EXPECT_EQ(Find(u""), CO_E_CLASSSTRING);
+  for (const OLECHAR* unknown : {u"Test.Thing.2", u"Test.Th\u0131ng", u""})
+    EXPECT_EQ(Find(unknown), CO_E_CLASSSTRING);
   EXPECT_EQ(ProgId(), u"Test.Thing.1");
 
   ComPtr<IUnknown> object;
+  ComPtr<IUnknown> other;
   ASSERT_EQ(Create(object), S_OK);
-  ComPtr<IDispatch> other;
-  EXPECT_EQ(CoCreateInstance(kTestClass, nullptr, CLSCTX_ALL, IID_IDispatch, other.putVoid()),
-            E_NOINTERFACE);
-  EXPECT_EQ(CoCreateInstance(kTestClass, object.get(), CLSCTX_ALL, IID_IUnknown, other.putVoid()),
-            CLASS_E_NOAGGREGATION);
-  EXPECT_EQ(CoCreateInstance(kTestClass, nullptr, 0x4, IID_IUnknown, other.putVoid()),
-            REGDB_E_CLASSNOTREG);
-
-  const auto isLoaded = [] {
+  EXPECT_EQ(Create(other, nullptr, IID_IDispatch), E_NOINTERFACE);
+  EXPECT_EQ(Create(other, object.get()), CLASS_E_NOAGGREGATION);
+  EXPECT_EQ(Create(other, nullptr, IID_IUnknown, 0x4), REGDB_E_CLASSNOTREG);
+  for (const bool used : {true, false}) {
+    if (!used) object.reset();
+    CoFreeUnusedLibraries();
     void* handle = dlopen(TEST_CLASS_LIBRARY, RTLD_NOW | RTLD_NOLOAD);
+    EXPECT_EQ(handle != nullptr, used);
     if (handle) dlclose(handle);
-    return handle != nullptr;
-  };
-  CoFreeUnusedLibraries();
-  EXPECT_TRUE(isLoaded());
-  object.reset();
-  CoFreeUnusedLibraries();
-  EXPECT_FALSE(isLoaded());
-  EXPECT_EQ(Create(object), S_OK);
+  }
+  EXPECT_EQ(Create(object, nullptr, IID_IUnknown, CLSCTX_ALL), S_OK);
 }
 
 TEST_F(ClassObjectTest, DamagedClassFilesArePassedOver) {
   const std::string whole = Whole("Test.Thing.1", TEST_CLASS_LIBRARY);
-  const std::string end = "[End]";
-  const std::size_t needed = whole.find(end) + end.size();
-  for (std::size_t length = 0; length < needed; ++length) {
+  for (std::size_t length = 0; length < whole.find("[End]") + 5; ++length) {
     Write("thing.class", whole.substr(0, length));
     ASSERT_EQ(Find(u"Test.Thing.1"), CO_E_CLASSSTRING) << length;
   }
   std::mt19937 random(3);
+  CLSID found{};
   for (int i = 0; i < 200; ++i) {
     std::string damaged = whole;
-    for (int bytes = 0; bytes < 3; ++bytes) {
+    for (int bytes = 0; bytes < 3; ++bytes)
       damaged[random() % damaged.size()] = static_cast<char>(random());
-    }
     Write("thing.class", damaged);
-    CLSID found{};
     const HRESULT status = CLSIDFromProgID(u"Test.Thing.1", &found);
     ASSERT_TRUE(status == S_OK || status == CO_E_CLASSSTRING);
   }
@@ -131,25 +116,25 @@ TEST_F(ClassObjectTest, DamagedClassFilesArePassedOver) {
 
 TEST_F(ClassObjectTest, FoldersAreSearchedInOrder) {
   const std::string folder = m_folder.string();
-  Write("a/automation/classes.d/x.class", Whole("Test.A", "/nowhere"));
-  Write("b/automation/classes.d/x.class", Whole("Test.B", "/nowhere"));
-  Write("home/.local/share/automation/classes.d/x.class", Whole("Test.Home", "/nowhere"));
   const std::string classes = "/automation/classes.d";
+  for (const std::string name : {"a", "b", "home/.local/share"}) {
+    Write(name + classes + "/x.class", Whole("Test." + name, "/nowhere"));
+  }
+  Set("HOME", folder + "/home");
+  Set("XDG_DATA_DIRS", folder + "/none:" + folder + "/b");
+  const auto find = [](const std::string& dataHome) {
+    Set("XDG_DATA_HOME", dataHome);
+    return ProgId();
+  };
   Set("AUTOMATION_CLASS_PATH",
       "/nowhere::" + folder + "/b" + classes + ":" + folder + "/a" + classes);
-  EXPECT_EQ(ProgId(), u"Test.B");
-  Set("HOME", folder + "/home");
-  Set("XDG_DATA_HOME", folder + "/a");
-  Set("XDG_DATA_DIRS", folder + "/none:" + folder + "/b");
-  EXPECT_EQ(ProgId(), u"Test.B");  // the class path replaces the rest
+  EXPECT_EQ(find(folder + "/a"), u"Test.b");  // the class path replaces the rest
   Set("AUTOMATION_CLASS_PATH", "");
   EXPECT_EQ(ProgId(), u"");
   unsetenv("AUTOMATION_CLASS_PATH");
-  EXPECT_EQ(ProgId(), u"Test.A");
-  Set("XDG_DATA_HOME", "");
-  EXPECT_EQ(ProgId(), u"Test.Home");
-  Set("XDG_DATA_HOME", "relative");
-  EXPECT_EQ(ProgId(), u"Test.B");
+  EXPECT_EQ(ProgId(), u"Test.a");
+  EXPECT_EQ(find(""), u"Test.home/.local/share");
+  EXPECT_EQ(find("relative"), u"Test.b");
 }
 
 TEST_F(ClassObjectTest, LibrariesByPath) {
@@ -157,26 +142,21 @@ TEST_F(ClassObjectTest, LibrariesByPath) {
   const std::string folder = m_folder.string();
   std::string backslashes = TEST_CLASS_LIBRARY;
   std::replace(backslashes.begin(), backslashes.end(), '/', '\\');
-  const struct {
-    std::string path;
-    CLSID clsid;
-    HRESULT status;
-  } cases[] = {
-      {backslashes, kTestClass, S_OK},
-      {TEST_CLASS_LIBRARY, CLSID_NULL, CLASS_E_CLASSNOTAVAILABLE},
-      {TEST_CLASS_LIBRARY, kFaultyClass, E_UNEXPECTED},
-      {TEST_OTHER_LIBRARY, kTestClass, CO_E_ERRORINDLL},
-      {folder + "/missing.so", kTestClass, CO_E_DLLNOTFOUND},
-      {folder + "/text.so", kTestClass, CO_E_DLLNOTFOUND},
-      {folder, kTestClass, CO_E_DLLNOTFOUND},
-      {"libc.so.6", kTestClass, CO_E_DLLNOTFOUND},  // a path, not a name to search for
-  };
-  for (const auto& [path, clsid, status] : cases) {
+  const auto load = [](const std::string& path, REFCLSID clsid = kTestClass) {
     ComPtr<IClassFactory> factory;
-    EXPECT_EQ(CoGetClassObjectFromFile(path.c_str(), clsid, IClassFactory::iid, factory.putVoid()),
-              status)
-        << path;
-    EXPECT_EQ(static_cast<bool>(factory), status == S_OK);
+    const HRESULT status =
+        CoGetClassObjectFromFile(path.c_str(), clsid, IClassFactory::iid, factory.putVoid());
+    EXPECT_EQ(static_cast<bool>(factory), status == S_OK) << path;
+    return status;
+  };
+  EXPECT_EQ(load(backslashes), S_OK);
+  EXPECT_EQ(load(TEST_CLASS_LIBRARY, CLSID_NULL), CLASS_E_CLASSNOTAVAILABLE);
+  EXPECT_EQ(load(TEST_CLASS_LIBRARY, kFaultyClass), E_UNEXPECTED);
+  EXPECT_EQ(load(TEST_OTHER_LIBRARY), CO_E_ERRORINDLL);
+  // The last one is a path, not a name to search for.
+  for (const std::string& path :
+       {folder + "/missing.so", folder + "/text.so", folder, std::string("libc.so.6")}) {
+    EXPECT_EQ(load(path), CO_E_DLLNOTFOUND) << path;
   }
   ComPtr<IUnknown> object;
   Write("thing.class", Whole("Test.Thing.1", TEST_OTHER_LIBRARY));
