@@ -2,6 +2,7 @@
 import json
 import math
 import os
+import shlex
 import sqlite3
 import unittest
 from contextlib import closing
@@ -32,8 +33,7 @@ class Lookup(Orxdb):
         return json.loads(output)
 
     def test_materials(self):
-        all_of_them = self.records("SELECT * FROM Q_STOCK_MATERIAL")
-        self.assertEqual(self.json("materials"), all_of_them)
+        self.assertEqual(self.json("materials"), self.records("SELECT * FROM Q_STOCK_MATERIAL"))
         for name, words, like in (
                 ("C45 *normalised", "first stock material", "C45 %normalised"),
                 ("42crmo4*", "first stock material", "42CrMo4%"),
@@ -41,8 +41,7 @@ class Lookup(Orxdb):
                 ("AlSi9Cu3-Fe/ (A380), as cast", "first stock material", "AlSi9Cu3%"),
                 ("11SMn30 (1213), cold drawn", "", "11SMn30%")):
             self.assertEqual(self.told(words, "materials", name),
-                             self.records("SELECT * FROM Q_STOCK_MATERIAL WHERE DispType LIKE ?",
-                                          like)[0])
+                             self.records("SELECT * FROM Q_STOCK_MATERIAL WHERE DispType LIKE ?", like)[0])
         self.sql("DELETE FROM STOCK_MATERIAL")
         self.fails(1, "no stock materials", "--db", self.database, "materials")
 
@@ -65,7 +64,7 @@ class Lookup(Orxdb):
         for diameter in (-1, 0.1, 0.5, 1, 1.0000004, 1.1, 4.0000006, 5, 6, 50, 60, 1e300):
             row, words = chosen(rows, "MinDiameter", "MaxDiameter", round(diameter, 6))
             self.assertEqual(self.told(words, "drill-feed", diameter), row, diameter)
-            self.told("mm", "drill-feed", diameter)
+        self.told("mm", "drill-feed", 3)
         self.sql("DELETE FROM DRILL_FEED")
         self.fails(1, "no drill feed", "--db", self.database, "drill-feed", "3")
 
@@ -82,15 +81,14 @@ class Lookup(Orxdb):
             lower = [row for row in rows if row[key] <= asked][-1:] or rows[:1]
             upper = [row for row in rows if row[key] >= asked][:1] or rows[-1:]
             expected = lower + upper
+            marks = ["lower", "upper", "interpolated"]
             if lower == upper:
                 expected = lower
                 marks = ["exact" if lower[0][key] == asked else "first" if asked < lower[0][key] else "last"]
             else:
-                marks = ["lower", "upper", "interpolated"]
                 part = (asked - lower[0][key]) / (upper[0][key] - lower[0][key])
-                between = {name: float(f"{a + (b - a) * part:.9g}") if isinstance(a, float) else a
-                           for name, a, b in zip(names, lower[0].values(), upper[0].values())}
-                expected.append(between | {"ID": None})
+                expected.append({name: float(f"{a + (b - a) * part:.9g}") if isinstance(a, float) else a
+                                 for name, a, b in zip(names, lower[0].values(), upper[0].values())} | {"ID": None})
             self.assertEqual(self.told(words, "factor", table, value),
                              [{"Row": mark} | row for mark, row in zip(marks, expected)], (table, value))
 
@@ -140,30 +138,27 @@ class Lookup(Orxdb):
                          {"pipe", "reamer.png", "tools.mdb"})
 
     def test_refusals(self):
-        feeds = ["feeds", "REAMING_FS", "--hardness", "200", "--material"]
+        feeds = "feeds REAMING_FS --hardness 200 --material"
         self.sql("DROP VIEW Q_T5_FEED; DELETE FROM T34")
-        for code, words, arguments in (
-                (1, "no stock material", ["materials", "O'Brien"]), (1, "no stock material", ["materials", ""]),
-                (1, "no row for the material 'Wood'", [*feeds, "Wood"]), (1, "apostrophe", [*feeds, "O'Brien"]),
-                (1, "T15b_15d_22, T15c", ["feeds", "TAP", *feeds[2:], "Copper"]),
-                (1, "cannot be searched", ["feeds", "T25", *feeds[2:], "Copper"]),
-                (1, "no table T5_FEED", ["feeds", "T5_FEED", *feeds[2:], "Copper"]),
-                (1, "no table T5_FEED", ["factor", "T5_FEED", "1"]),
-                (1, "empty", ["factor", "T34", "1"]), (1, "HARDNESS_RCB", ["factor", "T'25", "1"]),
-                (1, "second column is Material", ["factor", "REAMING_FS", "1"]),
-                (1, "drill-feed", ["factor", "DRILL_FEED", "3"]),
-                (1, "no primary operation", ["operation", "TAPPING_HEAD"]),
-                (1, "no tool table", ["operation", "T'P"]), (1, "no list of values", ["values", "TAP", "Diameter"]),
-                (1, "have no property", ["values", "TAP", "Tapping'Head"]),
-                (1, "of 600 mm", ["values", "TAP", "TappingHead", "--tap-diameter", "600"]),
-                (1, "of 0 mm", ["values", "TAP", "TappingHead", "--tap-diameter", "0"]),
-                (1, "TAP and PIPE_TAP", ["values", "REAMER", "Material", "--tap-diameter", "6"]),
-                (1, "of 90 in", ["heads", "90", "--unit", "in"]), (2, "unit", ["heads", "6", "--unit", "MM"]),
-                (2, "no number", ["heads", "1e999"]), (2, "no number", ["drill-feed", "3,5"]),
-                (2, "no number", ["factor", "T25", "nan"]),
-                (2, "no number", [*feeds[:3], "inf", "--material", "Copper"]),
-                (2, "material", feeds[:4]), (2, "--output", ["picture", "TAP"])):
-            self.fails(code, words, "--db", self.database, *arguments)
+        for code, words, *lines in (
+                (1, "no stock material", 'materials "O\'Brien"', "materials ''"),
+                (1, "no row for the material 'Wood'", f"{feeds} Wood"), (1, "apostrophe", f'{feeds} "O\'Brien"'),
+                (1, "T15b_15d_22, T15c", "feeds TAP --hardness 200 --material Copper"),
+                (1, "cannot be searched", "feeds T25 --hardness 200 --material Copper"),
+                (1, "no table T5_FEED", "feeds T5_FEED --hardness 200 --material Copper", "factor T5_FEED 1"),
+                (1, "empty", "factor T34 1"), (1, "HARDNESS_RCB", 'factor "T\'25" 1'),
+                (1, "second column is Material", "factor REAMING_FS 1"), (1, "drill-feed", "factor DRILL_FEED 3"),
+                (1, "no primary operation", "operation TAPPING_HEAD"), (1, "no tool table", 'operation "T\'P"'),
+                (1, "no list of values", "values TAP Diameter"), (1, "have no property", 'values TAP "Tapping\'Head"'),
+                (1, "of 600 mm", "values TAP TappingHead --tap-diameter 600"),
+                (1, "of 0 mm", "values TAP TappingHead --tap-diameter 0"),
+                (1, "TAP and PIPE_TAP", "values REAMER Material --tap-diameter 6"),
+                (1, "of 90 in", "heads 90 --unit in"), (2, "unit", "heads 6 --unit MM"),
+                (2, "no number", "heads 1e999", "drill-feed 3,5", "factor T25 nan",
+                 "feeds REAMING_FS --hardness inf --material Copper"),
+                (2, "material", "feeds REAMING_FS --hardness 200"), (2, "--output", "picture TAP")):
+            for line in lines:
+                self.fails(code, words, "--db", self.database, *shlex.split(line))
 
 
 if __name__ == "__main__":

@@ -14,8 +14,8 @@ from pathlib import Path
 PROGRAM = Path(sys.argv.pop()).resolve()
 
 
-def run(*arguments, **options):
-    done = subprocess.run([PROGRAM, *map(str, arguments)], capture_output=True, check=False,
+def run(*arguments, program=PROGRAM, **options):
+    done = subprocess.run([program, *map(str, arguments)], capture_output=True, check=False,
                           timeout=60, **options)
     return done.returncode, done.stdout.decode(), done.stderr.decode()
 
