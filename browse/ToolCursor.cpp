@@ -100,7 +100,14 @@ bool RepositionToolCursor(CDaoRecordset& tools, const VARIANT* bookmark) {
 }
 
 Variant ToolPosition(const CDaoRecordset& tools) {
-  return HasCurrentRecord(tools) ? tools.GetBookmark() : Variant();
+  if (!HasCurrentRecord(tools)) return {};
+  try {
+    return tools.GetBookmark();
+  } catch (const CDaoException& exception) {
+    // A deletion that failed half-way has left the cursor on the record that it deleted.
+    if (exception.Error() != DaoError::RecordDeleted) throw;
+    return {};
+  }
 }
 
 std::string ToolCriteria(const std::string& table, LONG id) {

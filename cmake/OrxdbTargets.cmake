@@ -12,6 +12,9 @@ if(ORXDB_SANITIZE)
     -fsanitize=address,undefined -fno-sanitize-recover=undefined -fno-omit-frame-pointer)
   target_link_options(orxdb_options INTERFACE -fsanitize=address,undefined)
 endif()
+if(ORXDB_BUILD_FUZZERS)
+  target_compile_options(orxdb_options INTERFACE -fsanitize=fuzzer-no-link)
+endif()
 
 # orxdb_part(name SOURCES... [LINK libs...]): one folder of the component as a static library.
 function(orxdb_part name)

@@ -223,6 +223,8 @@ sqlite3* Connection::Handle() const {
 
 StatementUse Connection::Use(const std::string& sql, Origin origin) {
   Handle();
+  if (m_restoreDue) RestoreCommits();
+  if (m_restoreDue) Raise();  // better no writes at all than writes that are not durable
   const auto found = m_cacheIndex.find(sql);
   if (found != m_cacheIndex.end()) {
     m_cache.splice(m_cache.begin(), m_cache, found->second);
@@ -240,6 +242,18 @@ StatementUse Connection::Use(const std::string& sql, Origin origin) {
 
 void Connection::Execute(const std::string& sql) {
   Statement(*this, sql, Origin::Own).Run();
+}
+
+void Connection::RelaxCommits() noexcept {
+  if (m_writeAheadLog) SetSynchronous("PRAGMA synchronous = NORMAL");
+}
+
+void Connection::RestoreCommits() noexcept {
+  if (m_writeAheadLog) m_restoreDue = !SetSynchronous("PRAGMA synchronous = FULL");
+}
+
+bool Connection::SetSynchronous(const char* pragma) noexcept {
+  return sqlite3_exec(m_handle, pragma, nullptr, nullptr, nullptr) == SQLITE_OK;
 }
 
 void Connection::WatchCommits() {

@@ -117,8 +117,10 @@ class Connection : public std::enable_shared_from_this<Connection> {
   StatementUse Use(const std::string& sql, Origin origin = Origin::Own);
   void Execute(const std::string& sql);
   ChangeStamp Stamp();
-  /// Whether commits go to a write-ahead log.
-  bool WriteAheadLog() const noexcept { return m_writeAheadLog; }
+  /// Commits to a write-ahead log no longer wait for the disk, until `RestoreCommits`. Where that
+  /// cannot restore them for want of memory, the next use does, or raises.
+  void RelaxCommits() noexcept;
+  void RestoreCommits() noexcept;
 
   /// The stored query of that name, as its SELECT; nothing when there is none. A view with its own
   /// column list is given as a SELECT of all its columns.
@@ -149,6 +151,7 @@ class Connection : public std::enable_shared_from_this<Connection> {
   void Configure(bool exclusive);
   void FollowSchema();
   void WatchCommits();
+  bool SetSynchronous(const char* pragma) noexcept;
   int Authorize(int action, const char* first, const char* second, const char* view);
   static int OnAuthorize(void* self, int action, const char* first, const char* second,
                          const char* database, const char* view) noexcept;
@@ -161,6 +164,7 @@ class Connection : public std::enable_shared_from_this<Connection> {
 
   sqlite3* m_handle = nullptr;
   bool m_writeAheadLog = false;
+  bool m_restoreDue = false;  ///< commits are relaxed longer than they should be
   CommitWatch m_commits;
   Origin m_origin = Origin::Own;  ///< of the statement being prepared or run
   Uses m_uses;

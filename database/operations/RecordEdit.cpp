@@ -33,15 +33,9 @@ SqlValue ColumnValue(const Statement& row, int column) {
 class RelaxedCommit {
  public:
   explicit RelaxedCommit(Connection& connection) : m_connection(connection) {
-    if (connection.WriteAheadLog()) connection.Execute("PRAGMA synchronous = NORMAL");
+    m_connection.RelaxCommits();
   }
-  ~RelaxedCommit() {
-    try {
-      if (m_connection.WriteAheadLog()) m_connection.Execute("PRAGMA synchronous = FULL");
-    } catch (const CDaoException&) {
-      m_connection.Close();  // better no writes at all than writes that are not durable
-    }
-  }
+  ~RelaxedCommit() { m_connection.RestoreCommits(); }
   RelaxedCommit(const RelaxedCommit&) = delete;
   RelaxedCommit& operator=(const RelaxedCommit&) = delete;
 

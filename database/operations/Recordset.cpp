@@ -38,11 +38,7 @@ Recordset::Recordset(std::shared_ptr<Connection> connection, SelectText select,
 
 void Recordset::Requery() {
   DropEdit();
-  if (m_snapshot) {
-    m_copy = std::make_unique<SnapshotCopy>(m_connection, m_select, *m_source);
-  } else {
-    m_reader.Restart();
-  }
+  // Also when the query cannot run, the cursor leaves what may be a deleted record.
   m_all.reset();
   m_matching.reset();
   m_block.rows.Clear();
@@ -51,6 +47,11 @@ void Recordset::Requery() {
   m_reachedAll = false;
   m_reachedKey = std::numeric_limits<std::int64_t>::min();
   m_reachedCount = m_deletedCount = 0;
+  if (m_snapshot) {
+    m_copy = std::make_unique<SnapshotCopy>(m_connection, m_select, *m_source);
+  } else {
+    m_reader.Restart();
+  }
 }
 
 CDaoFieldInfo Recordset::Describe(std::size_t field) {

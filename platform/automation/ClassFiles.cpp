@@ -3,8 +3,10 @@
 #include <algorithm>
 #include <charconv>
 #include <cstdlib>
+#include <dirent.h>
 #include <filesystem>
 #include <fstream>
+#include <memory>
 #include <system_error>
 #include <utility>
 
@@ -24,6 +26,10 @@ constexpr std::pair<std::string_view, std::string ClassFile::*> kTextKeys[] = {
     {"ThreadingModel", &ClassFile::threadingModel},
     {"TypeLibrary", &ClassFile::typeLibrary},
     {"TypeLibraryName", &ClassFile::typeLibraryName},
+};
+
+struct CloseFolder {
+  void operator()(DIR* folder) const noexcept { closedir(folder); }
 };
 
 std::string_view Trim(std::string_view text) {
@@ -152,11 +158,12 @@ std::optional<ClassFile> ReadClassFile(const fs::path& path) {
 }
 
 std::vector<fs::path> ListClassFiles(const fs::path& folder) {
+  // The library's own iterator ends the process when memory runs out.
+  const std::unique_ptr<DIR, CloseFolder> opened(opendir(folder.c_str()));
   std::vector<fs::path> files;
-  std::error_code error;
-  for (fs::directory_iterator entry(folder, error), end; !error && entry != end;
-       entry.increment(error)) {
-    if (entry->path().extension() == kClassFileExtension) files.push_back(entry->path());
+  while (const dirent* entry = opened ? readdir(opened.get()) : nullptr) {
+    fs::path file = folder / entry->d_name;
+    if (file.extension() == kClassFileExtension) files.push_back(std::move(file));
   }
   std::sort(files.begin(), files.end());
   return files;

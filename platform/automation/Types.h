@@ -52,6 +52,12 @@ inline constexpr VARIANT_BOOL VARIANT_FALSE = 0;
 /// that day (-1.25 is 29 December 1899, 06:00).
 using DATE = DOUBLE;
 
+#ifdef __clang__
+// The standard layout of unions has members without names, which are an extension of C++.
+#pragma clang diagnostic push
+#pragma clang diagnostic ignored "-Wnested-anon-types"
+#endif
+
 /// Currency: ten-thousandths in 64 bits.
 union CY {
   __extension__ struct {
@@ -232,3 +238,7 @@ static_assert(offsetof(VARIANT, vt) == 0 && offsetof(VARIANT, llVal) == 8 &&
               offsetof(VARIANT, pRecInfo) == 16 && offsetof(VARIANT, decVal) == 0);
 static_assert(offsetof(DECIMAL, scale) == 2 && offsetof(DECIMAL, Hi32) == 4 &&
               offsetof(DECIMAL, Mid32) == 12);
+
+#ifdef __clang__
+#pragma clang diagnostic pop
+#endif

@@ -23,13 +23,14 @@ ORDER = [
     "component",
     "host",
     "tests",
+    "fuzz",
     "benchmarks",
     "examples",
 ]
 # The host knows the component by its interface alone.
 ONLY = {"host": {"host", "interface", "platform/automation", "platform/framework"}}
-# Nobody includes these but themselves.
-TOPS = {"tests", "benchmarks", "examples"}
+# Nobody includes these but themselves; fuzzers are tests of another kind.
+TOPS = {"tests", "fuzz", "benchmarks", "examples"}
 NOT_SOURCES = {"build", ".git"}
 INCLUDE = re.compile(r'^\s*#\s*include\s*"([^"]+)"', re.MULTILINE)
 
@@ -48,7 +49,8 @@ def layer(path):
 def allowed(own, other):
     if own in ONLY:
         return other in ONLY[own]
-    return own == other or (other not in TOPS and ORDER.index(other) < ORDER.index(own))
+    return own == other or (own, other) == ("fuzz", "tests") or (
+        other not in TOPS and ORDER.index(other) < ORDER.index(own))
 
 
 def violations(root):

@@ -4,16 +4,52 @@
 #include <new>
 
 namespace {
-int g_allocationsLeft = -1;
+
+int g_left = -1;
+int g_failures = 0;
+int g_failed = 0;
+
+bool Fails() noexcept {
+  if (g_left < 0) return false;
+  if (g_left > 0) {
+    --g_left;
+    return false;
+  }
+  if (g_failed == g_failures) return false;
+  ++g_failed;
+  return true;
+}
+
 }  // namespace
 
-void orxdb::test::FailAllocationsAfter(int count) noexcept {
-  g_allocationsLeft = count;
+void orxdb::test::FailAllocationsAfter(int count, int failures) noexcept {
+  g_left = count;
+  g_failures = failures;
+  if (count >= 0) g_failed = 0;
+}
+
+int orxdb::test::FailedAllocations() noexcept {
+  return g_failed;
+}
+
+// What the C library or the sanitizer call these functions besides.
+extern "C" void* RealMalloc(std::size_t) noexcept __asm__(ORXDB_ALLOCATOR "malloc");
+extern "C" void* RealCalloc(std::size_t, std::size_t) noexcept __asm__(ORXDB_ALLOCATOR "calloc");
+extern "C" void* RealRealloc(void*, std::size_t) noexcept __asm__(ORXDB_ALLOCATOR "realloc");
+
+extern "C" __attribute__((visibility("default"))) void* malloc(std::size_t size) noexcept {
+  return Fails() ? nullptr : RealMalloc(size);
+}
+extern "C" __attribute__((visibility("default"))) void* calloc(std::size_t count,
+                                                               std::size_t size) noexcept {
+  return Fails() ? nullptr : RealCalloc(count, size);
+}
+extern "C" __attribute__((visibility("default"))) void* realloc(void* memory,
+                                                                std::size_t size) noexcept {
+  return Fails() ? nullptr : RealRealloc(memory, size);
 }
 
 void* operator new(std::size_t size, const std::nothrow_t&) noexcept {
-  if (g_allocationsLeft == 0) return nullptr;
-  if (g_allocationsLeft > 0) --g_allocationsLeft;
   return std::malloc(size ? size : 1);
 }
 void* operator new(std::size_t size) {

@@ -3,7 +3,11 @@
 
 namespace orxdb::test {
 
-/// `count` more allocations by operator new succeed, in the component too; negative for all.
-void FailAllocationsAfter(int count) noexcept;
+/// Lets `count` more allocations of this program succeed, in the component and in SQLite too, and
+/// then `failures` fail, all that follow if negative. A negative `count` ends it.
+void FailAllocationsAfter(int count, int failures = -1) noexcept;
+
+/// How many allocations have failed since the last call of FailAllocationsAfter.
+int FailedAllocations() noexcept;
 
 }  // namespace orxdb::test

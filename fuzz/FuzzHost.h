@@ -1,0 +1,56 @@
+// What the fuzzers of the component share.
+#pragma once
+
+#include <cstdint>
+#include <dlfcn.h>
+#include <fstream>
+#include <iterator>
+
+#include "platform/framework/Text.h"
+#include "tests/component/ComponentFixture.h"
+
+namespace orxdb::test {
+
+/// The bytes of a file.
+inline std::string Contents(const std::filesystem::path& file) {
+  std::ifstream stream(file, std::ios::binary);
+  return {std::istreambuf_iterator<char>(stream), {}};
+}
+
+/// The component with a database of its own for one input. Any expectation that fails, a leak
+/// included, ends the program.
+class FuzzHost : public ComponentTest {
+ public:
+  explicit FuzzHost(const std::string& image = SeededImage()) {
+    GTEST_FLAG_SET(break_on_failure, true);
+    // Fuzzing watches the library's code where it was loaded first: it has to stay there.
+    static void* const kept = dlopen(ORXDB_LIBRARY, RTLD_NOW | RTLD_NODELETE);
+    EXPECT_TRUE(kept);
+    SetUp();
+    std::ofstream(m_file, std::ios::binary) << image;
+    EXPECT_EQ(SetMdbFile(*m_db, m_file), S_OK);
+  }
+  FuzzHost(const FuzzHost&) = delete;
+  FuzzHost& operator=(const FuzzHost&) = delete;
+  ~FuzzHost() override { TearDown(); }
+
+  /// The seeded database as a file of small pages.
+  static const std::string& SeededImage() {
+    static const std::string image = [] {
+      const TemporaryFolder folder;
+      SeedDatabase(folder / "seed.mdb");
+      RunSql(folder / "seed.mdb", "PRAGMA page_size = 512; VACUUM");
+      return Contents(folder / "seed.mdb");
+    }();
+    return image;
+  }
+
+  using ComponentTest::m_db;
+  using ComponentTest::m_file;
+  using ComponentTest::m_folder;
+
+ private:
+  void TestBody() override {}
+};
+
+}  // namespace orxdb::test
