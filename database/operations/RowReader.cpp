@@ -67,8 +67,15 @@ bool RowReader::Read(const Criteria& criteria, Which which, std::int64_t after, 
   sql.Append(SqlText{" LIMIT ?", {static_cast<std::int64_t>(most)}});
   const StatementUse found = m_connection.Use(sql.text, Origin::Host);
   found->Bind(sql.values);
+  std::int64_t previous = after;
   while (found->Step()) {
     const std::int64_t key = found->Integer(m_source.keyField);
+    // Without this a walk over a damaged file could run in a circle.
+    if (m_source.inKeyOrder && which == Which::Next &&
+        (key < previous || (rows.Size() == 0 && key == after))) {
+      throw CDaoException(DaoError::Engine, "The file is damaged: its records are out of order");
+    }
+    previous = key;
     // A join that meets more than one row shows its record once.
     if (rows.Size() == 0 || rows.Key(rows.Size() - 1) != key) Append(rows, *found);
     if (rows.Bytes() > kBlockBytes) break;
