@@ -1,6 +1,8 @@
 #include <limits>
+#include <utility>
 #include <vector>
 
+#include "platform/automation/ComPtr.h"
 #include "platform/automation/SafeArray.h"
 #include "platform/automation/Variant.h"
 #include "tests/platform/automation/CountingObject.h"
@@ -20,36 +22,6 @@ SafeArray Create(VARTYPE type, const std::vector<SAFEARRAYBOUND>& bounds) {
   return array;
 }
 
-TEST_F(SafeArrayTest, TypesDecideSizeAndFeatures) {
-  const struct {
-    VARTYPE type;
-    USHORT size;
-    USHORT features;
-  } cases[] = {{VT_UI1, 1, FADF_HAVEVARTYPE},
-               {VT_BOOL, 2, FADF_HAVEVARTYPE},
-               {VT_R8, 8, FADF_HAVEVARTYPE},
-               {VT_DECIMAL, 16, FADF_HAVEVARTYPE},
-               {VT_BSTR, 8, FADF_HAVEVARTYPE | FADF_BSTR},
-               {VT_VARIANT, 24, FADF_HAVEVARTYPE | FADF_VARIANT},
-               {VT_UNKNOWN, 8, FADF_HAVEIID | FADF_UNKNOWN},
-               {VT_DISPATCH, 8, FADF_HAVEIID | FADF_DISPATCH}};
-  for (const auto& [type, size, features] : cases) {
-    const SafeArray array = Create(type, {{2, 5}, {3, -1}});
-    EXPECT_EQ(array.get()->rgsabound[0].cElements, 3U) << "the rightmost dimension comes first";
-    const SafeArray vector = SafeArray::Vector(type, 4);
-    SafeArray copy;
-    ASSERT_EQ(SafeArrayCopy(vector.get(), copy.put()), S_OK);
-    for (SAFEARRAY* raw : {array.get(), vector.get(), copy.get()}) {
-      ASSERT_NE(raw, nullptr);
-      VARTYPE found = VT_EMPTY;
-      EXPECT_EQ(SafeArrayGetElemsize(raw), size);
-      EXPECT_EQ(raw->fFeatures & ~(FADF_CREATEVECTOR | FADF_FIXEDSIZE), features);
-      EXPECT_EQ(SafeArrayGetVartype(raw, &found), S_OK);
-      EXPECT_EQ(found, type);
-    }
-  }
-}
-
 TEST_F(SafeArrayTest, ImpossibleArraysAreRefused) {
   const SAFEARRAYBOUND one{1, 0};
   for (int type : {0, 1, 15, 24, 36, 72, VT_ARRAY + VT_I4, VT_BYREF + VT_I4}) {
@@ -62,10 +34,11 @@ TEST_F(SafeArrayTest, ImpossibleArraysAreRefused) {
   EXPECT_EQ(SafeArrayCreateVector(VT_VARIANT, 0, 0x40000000), nullptr);
   EXPECT_EQ(SafeArrayCreateVector(VT_UI1, 1, 0x80000000U), nullptr);  // last index above LONG
   EXPECT_EQ(SafeArrayCreateVector(VT_UI1, kLeast, 0), nullptr);       // last index below LONG
-  EXPECT_FALSE(Create(VT_I4, {{0x10000, 0}, {0x10000, 0}}));
-  EXPECT_FALSE(Create(VT_UI1, {{0x10000, 0}, {0x10000, 0}, {0x10000, 0}, {0x10000, 0}}));
+  const SAFEARRAYBOUND many{0x10000, 0};
+  EXPECT_FALSE(Create(VT_I4, {many, many}));
+  EXPECT_FALSE(Create(VT_UI1, {many, many, many, many}));
+  EXPECT_TRUE(Create(VT_I4, {many, {0, 0}, many}));  // no elements at all
   EXPECT_TRUE(Create(VT_UI1, {{2, kMost - 1}}));
-  EXPECT_TRUE(Create(VT_I4, {{0x10000, 0}, {0, 0}, {0x10000, 0}}));  // no elements at all
 }
 
 TEST_F(SafeArrayTest, LockedArraysStay) {
@@ -75,11 +48,12 @@ TEST_F(SafeArrayTest, LockedArraysStay) {
   ASSERT_EQ(SafeArrayLock(array.get()), S_OK);
   ASSERT_EQ(SafeArrayLock(array.get()), S_OK);
   for (int locks = 2; locks > 0; --locks) {
-    EXPECT_EQ(SafeArrayDestroy(array.get()), DISP_E_ARRAYISLOCKED);
-    EXPECT_EQ(SafeArrayDestroyData(array.get()), DISP_E_ARRAYISLOCKED);
-    EXPECT_EQ(SafeArrayDestroyDescriptor(array.get()), DISP_E_ARRAYISLOCKED);
+    for (const auto refused :
+         {SafeArrayDestroy, SafeArrayDestroyData, SafeArrayDestroyDescriptor}) {
+      EXPECT_EQ(refused(array.get()), DISP_E_ARRAYISLOCKED);
+    }
     EXPECT_EQ(SafeArrayRedim(array.get(), &smaller), DISP_E_ARRAYISLOCKED);
-    SafeArray copy;  // a copy starts unlocked
+    SafeArray copy;  // starts unlocked
     ASSERT_EQ(SafeArrayCopy(array.get(), copy.put()), S_OK);
     EXPECT_EQ(copy.get()->cLocks, 0U);
     EXPECT_EQ(SafeArrayUnlock(array.get()), S_OK);
@@ -93,18 +67,23 @@ TEST_F(SafeArrayTest, LockedArraysStay) {
 TEST_F(SafeArrayTest, ElementsCountReferences) {
   CountingObject object;
   const LONG index = 1;
-  {
-    const SafeArray array = SafeArray::Vector(VT_UNKNOWN, 2);
-    ASSERT_EQ(SafeArrayPutElement(array.get(), &index, &object), S_OK);
-    ASSERT_EQ(SafeArrayPutElement(array.get(), &index, &object), S_OK);  // replaces
-    EXPECT_EQ(object.references(), 2U);
+  for (const auto& [type, feature] :
+       {std::pair(VT_UNKNOWN, FADF_UNKNOWN), std::pair(VT_DISPATCH, FADF_DISPATCH)}) {
+    const SafeArray array = SafeArray::Vector(type, 2);
+    for (int puts = 0; puts < 2; ++puts) {  // the second replaces
+      ASSERT_EQ(SafeArrayPutElement(array.get(), &index, &object), S_OK);
+      EXPECT_EQ(object.references(), 2U);
+    }
     SafeArray copy;
     ASSERT_EQ(SafeArrayCopy(array.get(), copy.put()), S_OK);
+    EXPECT_EQ(copy.get()->fFeatures, FADF_HAVEIID | feature);
+    VARTYPE found = VT_EMPTY;
+    EXPECT_EQ(SafeArrayGetVartype(copy.get(), &found), S_OK);
+    EXPECT_EQ(found, type);
     EXPECT_EQ(object.references(), 3U);
-    IUnknown* got = nullptr;
-    ASSERT_EQ(SafeArrayGetElement(copy.get(), &index, &got), S_OK);
+    ComPtr<IDispatch> got;
+    ASSERT_EQ(SafeArrayGetElement(copy.get(), &index, got.putVoid()), S_OK);
     EXPECT_EQ(object.references(), 4U);
-    got->Release();
   }
   EXPECT_EQ(object.references(), 1U);
 }
@@ -138,8 +117,6 @@ TEST_F(SafeArrayTest, DescriptorsAreFilledByHand) {
 TEST_F(SafeArrayTest, WrongDimensionsAndElementsGiveStatuses) {
   const SafeArray array = SafeArray::Vector(VT_I4, 0);
   LONG bound = 0;
-  EXPECT_EQ(SafeArrayGetUBound(array.get(), 1, &bound), S_OK);
-  EXPECT_EQ(bound, -1);
   EXPECT_EQ(SafeArrayGetLBound(array.get(), 0, &bound), DISP_E_BADINDEX);
   EXPECT_EQ(SafeArrayGetUBound(array.get(), 2, &bound), DISP_E_BADINDEX);
   EXPECT_TRUE(ArrayAccess<LONG>(array.get()));
