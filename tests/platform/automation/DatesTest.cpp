@@ -3,6 +3,7 @@
 #include <limits>
 #include <random>
 #include <string>
+#include <utility>
 
 #include "platform/automation/Dates.h"
 
@@ -16,36 +17,34 @@ std::string Format(DATE date) {
   return {text.data(), length};
 }
 
+using Row = std::pair<DATE, std::string>;
+
 TEST(DatesTest, TextOfDates) {
-  const struct {
-    DATE date;
-    std::string text;
-  } cases[] = {{0, "1899-12-30"},
-               {61, "1900-03-01"},
-               {-1.75, "1899-12-29 18:00:00"},
-               {36585.999994, "2000-02-29 23:59:59"},
-               {36585.999995, "2000-03-01"},
-               {-1.999999, "1899-12-30"},
-               {-657434, "0100-01-01"},
-               {2958465.99, "9999-12-31 23:45:36"},
-               {2958465.999999, ""},
-               {-657435, ""},
-               {std::numeric_limits<double>::infinity(), ""},
-               {std::nan(""), ""}};
+  const Row cases[] = {// whole days, then times rounded to seconds
+                       Row(0, "1899-12-30"),
+                       Row(61, "1900-03-01"),
+                       Row(-657434, "0100-01-01"),
+                       Row(-1.999999, "1899-12-30"),
+                       Row(36585.999995, "2000-03-01"),
+                       Row(36585.999994, "2000-02-29 23:59:59"),
+                       Row(-1.75, "1899-12-29 18:00:00"),
+                       Row(2958465.99, "9999-12-31 23:45:36")};
   for (const auto& [date, text] : cases) EXPECT_EQ(Format(date), text) << date;
+  for (const DATE none :
+       {2958465.999999, -657435.0, std::numeric_limits<double>::infinity(), std::nan("")}) {
+    EXPECT_EQ(Format(none), "") << none;
+  }
 }
 
 TEST(DatesTest, DatesOfText) {
-  const struct {
-    const char* text;
-    DATE date;
-  } good[] = {{"1899-12-30", 0},
-              {" 2024-03-05 ", 45356},
-              {"2024-3-5 6:00:00", 45356.25},
-              {"2024-03-05T18:00", 45356.75},
-              {"06:00", 0.25},
-              {"00:00:00.5", 0.5 / 86400}};
-  for (const auto& [text, expected] : good) {
+  const Row good[] = {// days, times of a day, times alone
+                      Row(0, "1899-12-30"),
+                      Row(45356, " 2024-03-05 "),
+                      Row(45356.25, "2024-3-5 6:00:00"),
+                      Row(45356.75, "2024-03-05T18:00"),
+                      Row(0.25, "06:00"),
+                      Row(0.5 / 86400, "00:00:00.5")};
+  for (const auto& [expected, text] : good) {
     DATE date = 99;
     EXPECT_TRUE(ParseDate(text, date)) << text;
     EXPECT_DOUBLE_EQ(date, expected) << text;
@@ -72,22 +71,21 @@ TEST(DatesTest, EverySecondSurvivesPartsAndText) {
     SYSTEMTIME parts{};
     ASSERT_TRUE(VariantTimeToSystemTime(date, &parts));
     EXPECT_EQ(parts.wDayOfWeek, ((day + 6) % 7 + 7) % 7);  // day zero was a Saturday
-    DATE fromParts = 0;
-    ASSERT_TRUE(SystemTimeToVariantTime(&parts, &fromParts));
-    ASSERT_DOUBLE_EQ(fromParts, date);
-    DATE fromText = 0;
-    ASSERT_TRUE(ParseDate(Format(date), fromText));
-    ASSERT_DOUBLE_EQ(fromText, date);
+    DATE back = 0;
+    ASSERT_TRUE(SystemTimeToVariantTime(&parts, &back));
+    ASSERT_DOUBLE_EQ(back, date);
+    ASSERT_TRUE(ParseDate(Format(date), back = 0));
+    ASSERT_DOUBLE_EQ(back, date);
   }
 }
 
 TEST(DatesTest, ImpossiblePartsAreRefused) {
+  // The last two: month and day must not be cut to eight bits.
   const SYSTEMTIME cases[] = {
       {99, 1, 0, 1, 0, 0, 0, 0},     {10000, 1, 0, 1, 0, 0, 0, 0}, {2023, 2, 0, 29, 0, 0, 0, 0},
       {2024, 0, 0, 1, 0, 0, 0, 0},   {2024, 13, 0, 1, 0, 0, 0, 0}, {2024, 1, 0, 0, 0, 0, 0, 0},
       {2024, 1, 0, 1, 24, 0, 0, 0},  {2024, 1, 0, 1, 0, 60, 0, 0}, {2024, 1, 0, 1, 0, 0, 60, 0},
-      {2024, 257, 0, 1, 0, 0, 0, 0},  // month and day must not be cut to eight bits
-      {2024, 1, 0, 257, 0, 0, 0, 0}};
+      {2024, 257, 0, 1, 0, 0, 0, 0}, {2024, 1, 0, 257, 0, 0, 0, 0}};
   DATE date = 99;
   for (const SYSTEMTIME& parts : cases) {
     EXPECT_FALSE(SystemTimeToVariantTime(&parts, &date)) << parts.wYear << ' ' << parts.wMonth;

@@ -12,11 +12,6 @@ constexpr GUID kInterface = {0x12345678, 1, 2, {1, 2, 3, 4, 5, 6, 7, 8}};
 
 class ErrorInfoTest : public LeakBalance {
  protected:
-  void TearDown() override {
-    SetErrorInfo(0, nullptr);
-    LeakBalance::TearDown();
-  }
-
   static void Report(std::u16string description) {
     ComPtr<ICreateErrorInfo> created;
     ASSERT_EQ(CreateErrorInfo(created.put()), S_OK);
@@ -58,26 +53,26 @@ TEST_F(ErrorInfoTest, CarriesAllOfTheReport) {
   // One object has one identity, whichever interface is asked.
   EXPECT_EQ(created.QueryInterface<IUnknown>().get(), info.QueryInterface<IUnknown>().get());
 
-  std::u16string source = u"ORXDB";
-  std::u16string help = u"help.txt";
+  OLECHAR source[] = u"ORXDB";
+  OLECHAR help[] = u"help.txt";
   EXPECT_EQ(created->SetGUID(kInterface), S_OK);
-  EXPECT_EQ(created->SetSource(source.data()), S_OK);
-  EXPECT_EQ(created->SetHelpFile(help.data()), S_OK);
+  EXPECT_EQ(created->SetSource(source), S_OK);
+  EXPECT_EQ(created->SetHelpFile(help), S_OK);
   EXPECT_EQ(created->SetHelpContext(17), S_OK);
-  source = u"?????";  // the report has its own copy
+  source[0] = u'?';  // the report has its own copy
 
   GUID guid{};
   DWORD context = 0;
-  Bstr text;
+  Bstr text[3];
   EXPECT_EQ(info->GetGUID(&guid), S_OK);
-  EXPECT_EQ(guid, kInterface);
-  EXPECT_EQ(info->GetSource(text.put()), S_OK);
-  EXPECT_EQ(text.view(), u"ORXDB");
-  EXPECT_EQ(info->GetHelpFile(text.put()), S_OK);
-  EXPECT_EQ(text.view(), u"help.txt");
-  EXPECT_EQ(info->GetDescription(text.put()), S_OK);
-  EXPECT_FALSE(text) << "never set";
+  EXPECT_EQ(info->GetSource(text[0].put()), S_OK);
+  EXPECT_EQ(info->GetHelpFile(text[1].put()), S_OK);
+  EXPECT_EQ(info->GetDescription(text[2].put()), S_OK);
   EXPECT_EQ(info->GetHelpContext(&context), S_OK);
+  EXPECT_EQ(guid, kInterface);
+  EXPECT_EQ(text[0].view(), u"ORXDB");
+  EXPECT_EQ(text[1].view(), u"help.txt");
+  EXPECT_FALSE(text[2]) << "never set";
   EXPECT_EQ(context, 17U);
 }
 

@@ -1,4 +1,3 @@
-#include <cstring>
 #include <gtest/gtest.h>
 #include <thread>
 
@@ -23,21 +22,13 @@ struct Talkative : CException {
 };
 
 TEST(Exception, MessageIsCutToTheBuffer) {
-  const struct {
-    std::string message;
-    unsigned length;
-    bool answer;
-    std::string expected;
-  } cases[] = {{"disk full", 256, true, "disk full"},
-               {"disk full", 10, true, "disk full"},
-               {"disk full", 9, true, "disk ful"},
-               {"disk full", 1, true, ""},
-               {"", 256, false, ""}};
-  for (const auto& test : cases) {
-    char buffer[256];
-    std::memset(buffer, '#', sizeof buffer);
-    EXPECT_EQ(Talkative(test.message).GetErrorMessage(buffer, test.length), test.answer);
-    EXPECT_EQ(buffer, test.expected);
+  for (const std::string message : {"disk full", ""}) {
+    for (const unsigned length : {256U, 10U, 9U, 1U}) {
+      std::string buffer(300, '#');
+      EXPECT_EQ(Talkative(message).GetErrorMessage(buffer.data(), length), !message.empty());
+      EXPECT_EQ(std::string(buffer.c_str()), message.substr(0, length - 1));
+      EXPECT_EQ(buffer[length], '#') << "wrote behind the buffer";
+    }
   }
   char untouched = '#';
   EXPECT_FALSE(Talkative("x").GetErrorMessage(&untouched, 0));

@@ -29,8 +29,7 @@ const std::vector<Pair>& Pieces() {
       {Utf8(u8"\u07FF\u0800"), u"\u07FF\u0800"},
       {Utf8(u8"刀具"), u"刀具"},
       {Utf8(u8"\uD7FF\uE000\uFFFF"), u"\uD7FF\uE000\uFFFF"},
-      {Utf8(u8"\U00010000🔩\U0010FFFF"), u"\U00010000🔩\U0010FFFF"},
-  };
+      {Utf8(u8"\U00010000🔩\U0010FFFF"), u"\U00010000🔩\U0010FFFF"}};
   return pieces;
 }
 
@@ -63,8 +62,7 @@ TEST(Text, KeepsBytesThatAreNotUtf8) {
       {"\xF4\x90\x80\x80", u"\xDCF4\xDC90\xDC80\xDC80"},  // beyond the last character
       {"\xF5\xFF\xFE", u"\xDCF5\xDCFF\xDCFE"},            // never in UTF-8
       {"12345678\xE5\x88", u"12345678\xDCE5\xDC88"},      // cut short
-      {"\xE5\x88\xE5\x88\x80", u"\xDCE5\xDC88\x5200"},    // cut, then whole
-  };
+      {"\xE5\x88\xE5\x88\x80", u"\xDCE5\xDC88\x5200"}};   // cut, then whole
   for (const Pair& text : cases) {
     EXPECT_EQ(Widen(text.narrow), text.wide);
     EXPECT_EQ(Narrow(text.wide), text.narrow);
@@ -88,8 +86,7 @@ TEST(Text, SurrogatesWithoutPartnerStayApart) {
       {u"\xD800", "\xED\xA0\x80"},
       {u"x\xDBFFy", "x\xED\xAF\xBFy"},
       {u"\xDC00\xD800", "\xED\xB0\x80\xED\xA0\x80"},
-      {u"\xDD00", "\xED\xB4\x80"},
-  };
+      {u"\xDD00", "\xED\xB4\x80"}};
   for (const auto& [wide, narrow] : cases) {
     EXPECT_EQ(Narrow(wide), narrow);
     EXPECT_EQ(Narrow(Widen(narrow)), narrow);
@@ -112,10 +109,8 @@ TEST(Text, WidenTextFillsBuffer) {
     const char* narrow;
     int length;
     std::u16string expected;
-  } cases[] = {
-      {"ORX", 8, u"ORX"}, {"ORX", 4, u"ORX"}, {"ORX", 3, u""}, {"", 1, u""},
-      {nullptr, 8, u""},  {"🔩", 3, u"🔩"},     {"🔩", 2, u""},
-  };
+  } cases[] = {{"ORX", 8, u"ORX"}, {"ORX", 4, u"ORX"}, {"ORX", 3, u""}, {"", 1, u""},
+               {nullptr, 8, u""},  {"🔩", 3, u"🔩"},     {"🔩", 2, u""}};
   for (const auto& test : cases) {
     OLECHAR buffer[9] = u"########";
     EXPECT_EQ(WidenText(buffer, test.narrow, test.length), buffer);
