@@ -77,6 +77,7 @@ TEST_F(TextFileTest, UnusableFilesAreEmpty) {
   EXPECT_FALSE(TextFile::OpenForReading((m_folder / "missing").string()));
   EXPECT_FALSE(TextFile::OpenForWriting(m_folder.string()));
   EXPECT_TRUE(TextFile().AtEnd());
+  EXPECT_FALSE(TextFile().ReadLine(piece, 9));
 
   TextFile folder = TextFile::OpenForReading(m_folder.string());
   EXPECT_FALSE(folder.ReadLine(piece, 9));
