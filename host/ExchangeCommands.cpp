@@ -35,11 +35,16 @@ struct ExchangeOptions {
 
 /// Lines of an exported file that an import will not take.
 struct Losses {
+  LineList stopping;
   LineList wrongFields;
   LineList torn;
   LineList tooLong;
+  std::string obstacle;  ///< of the first line that stops an import
 
   void Tell(const std::string& file) const {
+    if (stopping.count > 0) {
+      orxdb::Tell(file + ": an import will stop at " + stopping.Text() + ": " + obstacle);
+    }
     TellOf(wrongFields, file, "values of a type that has no text (dates, prices, bytes)");
     TellOf(torn, file, "a double quote in a value");
     TellOf(tooLong, file, "more text than a line may have");
@@ -68,6 +73,7 @@ Losses ExportWhole(ToolDatabase& database, const std::string& table, LONG tools,
   LONG lines = 0;
   try {
     ExchangeFile file(path.string());
+    const ImportColumns columns(database, file);
     ProgressBar progress("Reading the tools of " + table + " again", tools);
     long long last = 0;
     while (const auto line = file.Next()) {
@@ -79,6 +85,9 @@ Losses ExportWhole(ToolDatabase& database, const std::string& table, LONG tools,
         losses.torn.Add(line->number);
       } else if (line->kind == ExchangeLine::Kind::WrongFields) {
         losses.wrongFields.Add(line->number);
+      } else if (std::string obstacle = columns.Obstacle(line->fields); !obstacle.empty()) {
+        losses.stopping.Add(line->number);
+        if (losses.obstacle.empty()) losses.obstacle = std::move(obstacle);
       }
     }
   } catch (const HostError&) {
@@ -192,7 +201,8 @@ std::string Complaint(const ImportResult& result, long long added) {
     text += changed > 0 ? std::to_string(changed) +
                               " were added with other values, which their fields take; another "
                               "import adds them again.\n"
-                        : "They were refused, or tools that differ in long texts only are there.\n";
+                        : "They were refused (the database may be read-only, full or in use), or "
+                          "tools that differ in long texts only are there.\n";
   }
   if (result.stoppedAt != 0) {
     text += "The import stopped at line " + std::to_string(result.stoppedAt) + ": " +

@@ -34,8 +34,8 @@ std::string LineList::Text() const {
   return more > 0 ? text + " and " + std::to_string(more) + " more" : text;
 }
 
-ImportCheck::ImportCheck(ToolDatabase& database, const ExchangeFile& file)
-    : m_database(database), m_table(file.Table()) {
+ImportColumns::ImportColumns(ToolDatabase& database, const ExchangeFile& file)
+    : m_table(file.Table()) {
   const std::vector<Property> properties = database.Properties(m_table);
   for (const std::string& name : file.Names()) {
     const auto property = std::ranges::find_if(
@@ -43,6 +43,38 @@ ImportCheck::ImportCheck(ToolDatabase& database, const ExchangeFile& file)
     const bool known = property != properties.end();
     m_columns.push_back({name, known ? property->type : VARTYPE{VT_EMPTY}, known});
   }
+}
+
+std::string ImportColumns::Obstacle(const std::vector<std::string>& fields) const {
+  bool compared = false;
+  for (std::size_t i = 0; i < m_columns.size(); ++i) {
+    const Column& column = m_columns[i];
+    if (!column.known) return m_table + " has no property " + Cited(column.name) + '.';
+    if (!IsCompared(column.type)) continue;
+    compared = true;
+    if (column.type != VT_BSTR && fields[i].empty()) return column.name + " has no value.";
+  }
+  return compared ? "" : "It holds no property by which tools are told apart.";
+}
+
+std::string ImportColumns::Criteria(const std::vector<std::string>& fields) const {
+  std::string criteria;
+  const auto append = [&criteria](const auto&... parts) { ((criteria += parts), ...); };
+  for (std::size_t i = 0; i < m_columns.size(); ++i) {
+    const Column& column = m_columns[i];
+    if (!IsCompared(column.type)) continue;
+    if (!criteria.empty()) append(" AND ");
+    const bool isText = column.type == VT_BSTR;
+    if (isText && fields[i].empty()) append("([", column.name, "] IS NULL OR ");
+    append('[', column.name, "] = ");
+    isText ? append('"', fields[i], '"') : append(fields[i]);
+    if (isText && fields[i].empty()) append(')');
+  }
+  return criteria;
+}
+
+ImportCheck::ImportCheck(ToolDatabase& database, const ExchangeFile& file)
+    : m_database(database), m_table(file.Table()), m_columns(database, file) {
   m_lastBefore = HighestId();
 }
 
@@ -86,34 +118,6 @@ std::optional<LONG> ImportCheck::Find(const std::string& criteria) {
   throw HostError("The tools of " + m_table + " have no number.");
 }
 
-std::string ImportCheck::Obstacle(const std::vector<std::string>& fields) const {
-  bool compared = false;
-  for (std::size_t i = 0; i < m_columns.size(); ++i) {
-    const Column& column = m_columns[i];
-    if (!column.known) return m_table + " has no property " + Cited(column.name) + '.';
-    if (!IsCompared(column.type)) continue;
-    compared = true;
-    if (column.type != VT_BSTR && fields[i].empty()) return column.name + " has no value.";
-  }
-  return compared ? "" : "It holds no property by which tools are told apart.";
-}
-
-std::string ImportCheck::Criteria(const std::vector<std::string>& fields) const {
-  std::string criteria;
-  const auto append = [&criteria](const auto&... parts) { ((criteria += parts), ...); };
-  for (std::size_t i = 0; i < m_columns.size(); ++i) {
-    const Column& column = m_columns[i];
-    if (!IsCompared(column.type)) continue;
-    if (!criteria.empty()) append(" AND ");
-    const bool isText = column.type == VT_BSTR;
-    if (isText && fields[i].empty()) append("([", column.name, "] IS NULL OR ");
-    append('[', column.name, "] = ");
-    isText ? append('"', fields[i], '"') : append(fields[i]);
-    if (isText && fields[i].empty()) append(')');
-  }
-  return criteria;
-}
-
 void ImportCheck::Take(const ExchangeLine& line, ImportResult& result) {
   ++result.records;
   if (result.stoppedAt != 0) {
@@ -123,8 +127,8 @@ void ImportCheck::Take(const ExchangeLine& line, ImportResult& result) {
   } else if (line.kind == ExchangeLine::Kind::WrongFields) {
     result.wrongFields.Add(line.number);
   } else {
-    result.reason = Obstacle(line.fields);
-    const auto tool = result.reason.empty() ? Find(Criteria(line.fields)) : std::nullopt;
+    result.reason = m_columns.Obstacle(line.fields);
+    const auto tool = result.reason.empty() ? Find(m_columns.Criteria(line.fields)) : std::nullopt;
     if (!tool) {
       result.stoppedAt = line.number;
       if (result.reason.empty()) result.reason = "The database does not accept its values.";

@@ -34,6 +34,27 @@ struct ImportResult {
   long long unread = 0;     ///< lines behind that one
 };
 
+/// The columns of an exchange file as an import into its table takes them.
+class ImportColumns {
+ public:
+  ImportColumns(ToolDatabase& database, const ExchangeFile& file);
+
+  /// Why an import stops at a record of such fields, a whole sentence; empty when it does not.
+  std::string Obstacle(const std::vector<std::string>& fields) const;
+  /// What a tool meets that the component takes for the same.
+  std::string Criteria(const std::vector<std::string>& fields) const;
+
+ private:
+  struct Column {
+    std::string name;
+    VARTYPE type = VT_EMPTY;
+    bool known = false;
+  };
+
+  std::string m_table;
+  std::vector<Column> m_columns;
+};
+
 /// Looks the lines of an exchange file up in the table that they have been imported into.
 class ImportCheck {
  public:
@@ -52,16 +73,7 @@ class ImportCheck {
   }
 
  private:
-  struct Column {
-    std::string name;
-    VARTYPE type = VT_EMPTY;
-    bool known = false;
-  };
-
   void Take(const ExchangeLine& line, ImportResult& result);
-  /// Why the component cannot look for such a line; empty when it can.
-  std::string Obstacle(const std::vector<std::string>& fields) const;
-  std::string Criteria(const std::vector<std::string>& fields) const;
   /// The number of the first tool that meets the criteria, 0 for none; nothing when the database
   /// does not accept them.
   std::optional<LONG> Find(const std::string& criteria);
@@ -69,7 +81,7 @@ class ImportCheck {
 
   ToolDatabase& m_database;
   std::string m_table;
-  std::vector<Column> m_columns;
+  ImportColumns m_columns;
   LONG m_lastBefore = 0;  ///< no tool had a higher number before the import
   std::set<LONG> m_claimed;
 };

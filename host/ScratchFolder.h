@@ -4,7 +4,9 @@
 
 namespace orxdb {
 
-/// A new, empty folder for temporary files, removed with all that it holds. Throws HostError.
+/// A new, empty folder for temporary files, removed with all that it holds, also when the program
+/// is interrupted (not when it is killed). One at a time, for a tools.mdb or a tools.txt. Throws
+/// HostError.
 class ScratchFolder {
  public:
   ScratchFolder();

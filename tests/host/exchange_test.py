@@ -6,6 +6,7 @@ usage: exchange_test.py PROGRAM; ORXDB_KILL_ROUNDS sets how many imports are kil
 import os
 import random
 import resource
+import signal
 import subprocess
 import time
 import unittest
@@ -68,9 +69,11 @@ class Exchange(Orxdb):
         for arguments in (["TAP"], [], ["TAP", "x", "--all", "y"]):
             self.assertEqual(self.db("export", *arguments)[:2], (2, ""))
         self.sql("UPDATE TAP SET Name = 'a\"b' WHERE ID = 2;"
-                 "UPDATE TAP SET Comment = printf('%070000d', 1) WHERE ID = 3;")
+                 "UPDATE TAP SET Comment = printf('%070000d', 1) WHERE ID = 3;"
+                 "UPDATE TAP SET Diameter = NULL WHERE ID = 4;")
         code, _, error = self.db("export", "TAP", old)
-        self.assertEqual((code, error.count("\n")), (0, 2))
+        self.assertEqual((code, error.count("\n")), (0, 3))
+        self.assertIn("will stop at line 8: Diameter has no value.", error)
         self.assertIn("line 6 as they were: a double quote", error)
         self.assertIn("line 7 as they were: more text", error)
 
@@ -120,6 +123,18 @@ class Exchange(Orxdb):
         self.fails(1, "is a folder", "--db", self.database, "import", self.folder)
         self.assertEqual(self.db("import")[:2], (2, ""))
         self.assertEqual(self.database.read_bytes(), before)
+
+    def test_interrupted_dry_runs_leave_no_copy(self):
+        path, scratch = self.file("".join(line(f"K{i}", i) for i in range(3000))), self.folder / "s"
+        scratch.mkdir()
+        for end in (signal.SIGINT, signal.SIGTERM, signal.SIGHUP):
+            with subprocess.Popen([PROGRAM, "--db", self.database, "import", path, "--dry-run"],
+                                  env={**os.environ, "TMPDIR": str(scratch)},
+                                  stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL) as host:
+                while host.poll() is None and not list(scratch.glob("*/tools.mdb-wal")):
+                    time.sleep(0.01)
+                host.send_signal(end)
+            self.assertEqual((host.returncode, list(scratch.iterdir())), (-end, []))
 
     def test_killed_imports_leave_whole_tools_and_are_completed(self):
         lines = "".join(line(f"K{i}", i, f"c{i}") for i in range(300))
