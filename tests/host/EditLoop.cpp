@@ -1,6 +1,7 @@
 // A host that adds, changes and deletes end mills until it is killed, or for a time. It writes a
 // line before each operation, "add K", "set ID K" or "delete ID", and one after it, "done ID".
-// Every tool holds its K in three properties that are written together.
+// Every tool holds its K in three properties that are written together. Without a time it goes on
+// with the tools that killed hosts left; with one it shares the table and keeps to its own.
 //
 //   edit_loop LIBRARY DATABASE FIRST_K [SECONDS]
 #include <chrono>
@@ -38,8 +39,9 @@ Arrays ToolOf(int k) {
 
 int main(int count, char** arguments) {
   using Clock = std::chrono::steady_clock;
-  const auto end = count > 4 ? Clock::now() + std::chrono::seconds(std::stoi(arguments[4]))
-                             : Clock::time_point::max();
+  const bool shares = count > 4;
+  const auto end = shares ? Clock::now() + std::chrono::seconds(std::stoi(arguments[4]))
+                          : Clock::time_point::max();
   ComPtr<IClassFactory> factory;
   ComPtr<IOrxDbObj> db;
   if (FAILED(CoGetClassObjectFromFile(arguments[1], CLSID_OrxDbObj, IClassFactory::iid,
@@ -51,7 +53,9 @@ int main(int count, char** arguments) {
   const Bstr table(u"FLAT_END_MILL");
   db->SetTabFilter(table.get(), Bstr(u"Name LIKE 'T#*'").get(), nullptr);
   std::vector<LONG> ids;
-  for (const Tool& tool : ToolRange(*db, table.view())) ids.push_back(tool.find(u"ID")->lVal);
+  for (const Tool& tool : ToolRange(*db, table.view())) {
+    if (!shares) ids.push_back(tool.find(u"ID")->lVal);
+  }
 
   std::setvbuf(stdout, nullptr, _IOLBF, 1 << 12);
   int k = std::stoi(arguments[3]);
