@@ -69,8 +69,12 @@ HRESULT FindProperty(std::string_view name, const VARIANT& names, const VARIANT&
   SAFEARRAY* valueArray = CarriedArray(values, VT_VARIANT);
   if (SafeArrayGetDim(nameArray) != 1 || SafeArrayGetDim(valueArray) != 1) return S_OK;
   const ArrayAccess<BSTR> elements(nameArray);
-  const auto found = std::ranges::find_if(
-      elements.elements(), [name](BSTR element) { return NarrowBstr(element) == name; });
+  std::string narrow;
+  const auto found = std::ranges::find_if(elements.elements(), [&](BSTR element) {
+    narrow.clear();
+    NarrowInto(View(element), narrow);
+    return narrow == name;
+  });
   if (found == elements.end()) return S_OK;
   SafeArrayGetLBound(nameArray, 1, index);
   *index += static_cast<LONG>(found - elements.begin());

@@ -9,10 +9,10 @@
 namespace orxdb {
 namespace {
 
-Variant Find(std::u16string_view property, Variant& names, Variant& values, IOrxDbObj& own) {
+Variant Find(const Bstr& property, Variant& names, Variant& values, IOrxDbObj& own) {
   Variant value;
   LONG index = -1;
-  own.FindPropByNameInArray(Bstr(property).get(), names.ptr(), values.ptr(), value.ptr(), &index);
+  own.FindPropByNameInArray(property.get(), names.ptr(), values.ptr(), value.ptr(), &index);
   return value;
 }
 
@@ -21,6 +21,8 @@ Variant Find(std::u16string_view property, Variant& names, Variant& values, IOrx
 TappingHeads HeadsForTap(double metricDiameter, IOrxDbObj& own) {
   const std::string diameter = DoubleToString(metricDiameter, 6);
   const Bstr table(u"TAPPING_HEAD");
+  const Bstr nameField(u"Name");
+  const Bstr idField(u"TAPPING_HEAD.ID");
   const Bstr filter = WidenToBstr("[AUX_Metric_Min_Diameter] <= " + diameter +
                                   " AND [AUX_Metric_Max_Diameter]>=" + diameter);
   own.SetTabFilter(table.get(), filter.get(), Bstr(u"").get());
@@ -31,8 +33,8 @@ TappingHeads HeadsForTap(double metricDiameter, IOrxDbObj& own) {
   Variant head;
   for (own.GetFirstTool(table.get(), fields.ptr(), head.ptr()); !head.empty();
        own.GetNextTool(table.get(), head.put())) {
-    const Variant name = Find(u"Name", fields, head, own);
-    const Variant id = Find(u"TAPPING_HEAD.ID", fields, head, own);
+    const Variant name = Find(nameField, fields, head, own);
+    const Variant id = Find(idField, fields, head, own);
     names.emplace_back(name.type() == VT_BSTR ? View(name.get().bstrVal) : u"");
     ids.push_back(id.type() == VT_I4 ? id.get().lVal : 0);
   }

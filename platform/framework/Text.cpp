@@ -141,8 +141,15 @@ Bstr WidenToBstr(std::string_view narrow) {
 }
 
 void NarrowInto(std::u16string_view wide, std::string& narrow) {
-  narrow.reserve(narrow.size() + wide.size());
-  for (std::size_t i = 0; i < wide.size(); ++i) {
+  // Nearly all texts are plain to their end.
+  const auto special =
+      std::ranges::find_if(wide, [](char16_t character) { return character >= 0x80; });
+  const std::size_t plain = static_cast<std::size_t>(special - wide.begin());
+  const std::size_t start = narrow.size();
+  narrow.resize(start + plain);
+  std::transform(wide.begin(), special, narrow.begin() + static_cast<std::ptrdiff_t>(start),
+                 [](char16_t character) { return static_cast<char>(character); });
+  for (std::size_t i = plain; i < wide.size(); ++i) {
     char32_t character = wide[i];
     if (character < 0x80) {
       narrow += static_cast<char>(character);
