@@ -3,10 +3,10 @@
 #include <array>
 #include <benchmark/benchmark.h>
 #include <cstdio>
-#include <cstdlib>
 #include <filesystem>
 #include <map>
 #include <stdexcept>
+#include <unistd.h>
 #include <vector>
 
 #include "platform/automation/Variant.h"
@@ -33,6 +33,7 @@ constexpr std::array kMachiningTables = {"T24_27_30_31",
                                          "T5_FEED"};
 
 /// Stored queries over FEEDS: 10 rows beside the smallest tool table, 100,000 beside the others.
+/// It also holds the tapping heads and the values that `Material` of OTHER_2 is looked up in.
 const std::map<std::string, std::vector<std::string>> kFeedQueries = {
     {"DRILLING_FS", {"ID", "Material", "MinHB", "MaxHB", "Speed", "Source"}},
     {"DRILL_FEED", {"ID", "MinDiameter", "MaxDiameter", "Speed", "Source"}},
@@ -166,7 +167,14 @@ void MakeDatabase(const std::string& path, std::int64_t tools) {
   }
   MakeFeeds(handle, tools > 1000 ? 100000 : 10);
   MakeToolTable(handle, kBenchTable, tools);
-  for (int i = 1; i < kToolTables; ++i) MakeToolTable(handle, "OTHER_" + std::to_string(i), 20);
+  for (int i = 2; i < kToolTables; ++i) MakeToolTable(handle, "OTHER_" + std::to_string(i), 20);
+  MakeToolTable(handle, "TAPPING_HEAD", 20);
+  Run(handle,
+      "DROP VIEW Q_TAPPING_HEAD; CREATE VIEW Q_TAPPING_HEAD AS SELECT F.ID AS \"TAPPING_HEAD.ID\","
+      " F.DispType AS Name, F.MinDiameter AS AUX_Metric_Min_Diameter,"
+      " F.MinDiameter + 4.9 AS AUX_Metric_Max_Diameter FROM FEEDS AS F;"
+      "DROP VIEW Q_OTHER_2; CREATE VIEW Q_OTHER_2 AS SELECT T.ID AS ID, T.Name AS Name,"
+      " F.DispType AS Material FROM OTHER_2 AS T LEFT JOIN FEEDS AS F ON F.ID = T.Holder");
   Run(handle, "ANALYZE");
   Run(handle, "COMMIT");
   Run(handle, "PRAGMA wal_checkpoint(TRUNCATE)");
@@ -178,7 +186,7 @@ const std::string& BenchDatabase(std::int64_t tools) {
   std::string& path = MadeDatabases().paths[tools];
   if (path.empty()) {
     path = std::filesystem::temp_directory_path() /
-           ("orxdb-bench-" + std::to_string(tools) + "-" + std::to_string(std::rand()) + ".mdb");
+           ("orxdb-bench-" + std::to_string(tools) + "-" + std::to_string(getpid()) + ".mdb");
     MakeDatabase(path, tools);
   }
   return path;
@@ -188,6 +196,7 @@ std::string BenchDatabaseCopy(std::int64_t tools) {
   std::vector<std::string>& copies = MadeDatabases().copies;
   copies.push_back(BenchDatabase(tools) + "-copy" + std::to_string(copies.size()));
   std::filesystem::copy_file(BenchDatabase(tools), copies.back());
+  sync();  // or the copy would be written out while something is timed
   return copies.back();
 }
 

@@ -1,11 +1,11 @@
 // Exporting a table and importing tools that it does not hold yet.
 #include <cstdio>
-#include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <memory>
 #include <stdexcept>
 #include <string>
+#include <unistd.h>
 #include <utility>
 #include <vector>
 
@@ -22,7 +22,7 @@ namespace {
 
 std::string TemporaryPath(const std::string& name) {
   return std::filesystem::temp_directory_path() /
-         ("orxdb-bench-" + std::to_string(std::rand()) + name);
+         ("orxdb-bench-" + std::to_string(getpid()) + name);
 }
 
 struct RemovedFile {

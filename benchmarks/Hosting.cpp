@@ -4,11 +4,13 @@
 #include <chrono>
 #include <cstdlib>
 #include <fstream>
+#include <numeric>
 #include <stdexcept>
 #include <utility>
 #include <vector>
 
 #include "benchmarks/BenchDatabase.h"
+#include "benchmarks/SyncTime.h"
 #include "platform/automation/Bstr.h"
 #include "platform/automation/ClassObject.h"
 #include "platform/automation/Variant.h"
@@ -27,11 +29,27 @@ double Median(std::vector<double> values) {
   return values[values.size() / 2];
 }
 
-std::pair<double, std::int64_t> Timed(const std::function<std::int64_t()>& work) {
-  const auto begin = Clock::now();
-  const std::int64_t items = work();
-  return {std::chrono::duration<double>(Clock::now() - begin).count(), items};
-}
+/// One side of a comparison: how long each run took outside synchronisations, and those.
+struct Side {
+  std::int64_t Run(const std::function<std::int64_t()>& work) {
+    TakeSyncTimes();
+    const auto begin = Clock::now();
+    const std::int64_t items = work();
+    const double time = std::chrono::duration<double>(Clock::now() - begin).count();
+    const std::vector<double> waited = TakeSyncTimes();
+    times.push_back(time - std::reduce(waited.begin(), waited.end()));
+    syncs.insert(syncs.end(), waited.begin(), waited.end());
+    return items;
+  }
+  /// The time of a run when every synchronisation takes as long.
+  double Time(double sync) const {
+    return Median(times) +
+           sync * static_cast<double>(syncs.size()) / static_cast<double>(times.size());
+  }
+
+  std::vector<double> times;
+  std::vector<double> syncs;
+};
 
 /// A line of the process's status, in kilobytes.
 double StatusKilobytes(const std::string& name) {
@@ -88,26 +106,28 @@ std::int64_t WalkTools(IOrxDbObj& object, const std::string& where, const std::s
 
 void Compare(benchmark::State& state, double limit, const std::function<std::int64_t()>& plain,
              const std::function<std::int64_t()>& component) {
-  std::vector<double> plainTimes;
-  std::vector<double> componentTimes;
-  std::int64_t items = 0;
+  Side plainSide;
+  Side side;
   plain();
   component();
+  std::int64_t items = 0;
   for (auto _ : state) {
-    const auto [plainTime, expected] = Timed(plain);
-    const auto [time, count] = Timed(component);
+    const std::int64_t expected = plainSide.Run(plain);
+    const std::int64_t count = side.Run(component);
     if (count != expected) {
       state.SkipWithError("the component and its plain twin disagree");
       return;
     }
-    plainTimes.push_back(plainTime);
-    componentTimes.push_back(time);
     items += count;
-    state.SetIterationTime(time);
+    state.SetIterationTime(side.times.back());
   }
+  std::vector<double> syncs = plainSide.syncs;
+  syncs.insert(syncs.end(), side.syncs.begin(), side.syncs.end());
+  const double sync = syncs.empty() ? 0 : Median(syncs);
   state.SetItemsProcessed(items);
-  state.counters["plain_ms"] = Median(plainTimes) * 1000;
-  state.counters["ratio"] = Median(componentTimes) / Median(plainTimes);
+  state.counters["plain_ms"] = plainSide.Time(sync) * 1000;
+  state.counters["ratio"] = side.Time(sync) / plainSide.Time(sync);
+  state.counters["sync_ms"] = sync * 1000;
   state.counters["limit"] = limit;
   state.counters["peak_kb"] = PeakKilobytes(component);
 }

@@ -20,8 +20,10 @@ void Check(HRESULT result);
 std::int64_t WalkTools(IOrxDbObj& object, const std::string& where, const std::string& order);
 
 /// Runs the plain work and the component's in turn, so that both meet the same conditions, and
-/// reports the component's time with these counters: `plain_ms`, `ratio` of the medians, `limit`,
-/// and `peak_kb`, the memory that one more run of the component takes beyond what was in use.
+/// reports these counters: `plain_ms`, `ratio` of the two times, `limit`, `sync_ms`, and `peak_kb`,
+/// the memory that one more run of the component takes beyond what was in use. A time is the median
+/// outside synchronisations, and for each of these, whichever side asked for it, the median of all
+/// (`sync_ms`): as if the disk were the same throughout.
 /// Both must give the same count, which is the number of items processed.
 void Compare(benchmark::State& state, double limit, const std::function<std::int64_t()>& plain,
              const std::function<std::int64_t()>& component);

@@ -1,5 +1,7 @@
 // Look-ups of machining data, each against a prepared SELECT that builds the same arrays.
+#include <algorithm>
 #include <string>
+#include <vector>
 
 #include "benchmarks/BenchDatabase.h"
 #include "benchmarks/Hosting.h"
@@ -33,6 +35,20 @@ struct Sides {
 
 std::int64_t Size(const Variant& array) {
   return array.empty() ? 0 : static_cast<std::int64_t>(array.get().parray->rgsabound[0].cElements);
+}
+
+Variant Text(sqlite3_stmt* row, int column) {
+  return Variant::FromText(static_cast<const OLECHAR*>(sqlite3_column_text16(row, column)));
+}
+
+/// The values as an array, moved.
+Variant ToArray(std::vector<Variant>& values) {
+  orxdb::SafeArray array = orxdb::SafeArray::Vector(VT_VARIANT, static_cast<ULONG>(values.size()));
+  {
+    const orxdb::ArrayAccess<VARIANT> elements(array.get());
+    std::ranges::transform(values, elements.begin(), [](Variant& value) { return value.detach(); });
+  }
+  return Variant::FromArray(VT_VARIANT, std::move(array));
 }
 
 void HardnessRow(benchmark::State& state) {
@@ -121,21 +137,54 @@ void StockMaterial(benchmark::State& state) {
 void PermissibleValues(benchmark::State& state) {
   Sides sides(state);
   const PlainStatement query =
-      Prepare(sides.plain.get(), "SELECT Name FROM COATING ORDER BY Name COLLATE NOCASE");
-  const Bstr table = WidenToBstr(kBenchTable);
-  const Bstr property(u"Coating");
+      Prepare(sides.plain.get(), "SELECT DispType FROM FEEDS ORDER BY DispType COLLATE NOCASE");
+  const Bstr table(u"OTHER_2");
+  const Bstr property(u"Material");
   Compare(
       state, kLimit,
       [&] {
-        std::int64_t rows = 0;
-        for (; sqlite3_step(query.get()) == SQLITE_ROW; ++rows) BuildArrays(query.get());
+        std::vector<Variant> texts;
+        while (sqlite3_step(query.get()) == SQLITE_ROW) texts.push_back(Text(query.get(), 0));
         sqlite3_reset(query.get());
-        return rows;
+        return Size(ToArray(texts));
       },
       [&] {
         Variant values;
         Check(sides.object->GetPermissibleValues(table.get(), property.get(), 0, values.put()));
         return Size(values);
+      });
+}
+
+void TappingHeads(benchmark::State& state) {
+  Sides sides(state);
+  PlainQuery query(sides.plain.get(),
+                   "SELECT * FROM Q_TAPPING_HEAD WHERE AUX_Metric_Min_Diameter <= ?1 AND "
+                   "AUX_Metric_Max_Diameter >= ?1");
+  const auto diameter = [](std::int64_t row) { return static_cast<double>(row) + 0.5; };
+  const Bstr unit(u"mm");
+  Compare(
+      state, kLimit,
+      [&] {
+        std::vector<Variant> names;
+        std::vector<Variant> ids;
+        query(
+            [&](sqlite3_stmt* row) {
+              do {
+                BuildArrays(row);
+                ids.push_back(Variant::FromI4(sqlite3_column_int(row, 0)));
+                names.push_back(Text(row, 1));
+              } while (sqlite3_step(row) == SQLITE_ROW);
+              return 0;
+            },
+            diameter(sides.Next(sides.plainKey)));
+        return Size(ToArray(names)) + Size(ToArray(ids));
+      },
+      [&] {
+        Variant names;
+        Variant ids;
+        Check(sides.object->GetTappingHeadsForTap(unit.get(), diameter(sides.Next(sides.key)),
+                                                  names.put(), ids.put()));
+        return Size(names) + Size(ids);
       });
 }
 
@@ -148,5 +197,6 @@ BENCHMARK(DrillFeed)->Apply(Sizes);
 BENCHMARK(FactorNeighbours)->Apply(Sizes);
 BENCHMARK(StockMaterial)->Apply(Sizes);
 BENCHMARK(PermissibleValues)->Apply(Sizes);
+BENCHMARK(TappingHeads)->Apply(Sizes);
 
 }  // namespace
