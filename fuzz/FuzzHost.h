@@ -4,18 +4,11 @@
 #include <cstdint>
 #include <dlfcn.h>
 #include <fstream>
-#include <iterator>
 
 #include "platform/framework/Text.h"
 #include "tests/component/ComponentFixture.h"
 
 namespace orxdb::test {
-
-/// The bytes of a file.
-inline std::string Contents(const std::filesystem::path& file) {
-  std::ifstream stream(file, std::ios::binary);
-  return {std::istreambuf_iterator<char>(stream), {}};
-}
 
 /// The component with a database of its own for one input. Any expectation that fails, a leak
 /// included, ends the program.

@@ -7,7 +7,6 @@
 #include "database/ToolDbData.h"
 #include "platform/framework/Text.h"
 #include "tests/component/ComponentFixture.h"
-#include "values/StringVariants.h"
 #include "values/ValueText.h"
 
 namespace orxdb::test {
@@ -76,19 +75,6 @@ TEST(ValueTextTest, ReadsValuesFromText) {
   }
 }
 
-TEST(StringVariantTest, ChangesTheWidthOfTextOnly) {
-  Variant text = Variant::FromText(u"Ø\xDCFF");
-  ASSERT_TRUE(NarrowStringVariant(text.ptr()));
-  EXPECT_EQ(Bytes(text.get().bstrVal), "Ø\xff");
-  ASSERT_TRUE(WidenStringVariant(text.ptr()));
-  EXPECT_EQ(View(text.get().bstrVal), u"Ø\xDCFF");
-  Variant number = Variant::FromI4(3);
-  Variant empty = Variant::FromBstr(Bstr());
-  for (VARIANT* other : {number.ptr(), empty.ptr(), static_cast<VARIANT*>(nullptr)}) {
-    EXPECT_FALSE(NarrowStringVariant(other) || WidenStringVariant(other));
-  }
-}
-
 TEST(CatalogueTest, MachiningDataLoadsUpToTheFirstMissingTable) {
   const struct {
     std::string damage;
@@ -110,24 +96,6 @@ TEST(CatalogueTest, MachiningDataLoadsUpToTheFirstMissingTable) {
     EXPECT_EQ(data.FindDataTable("T5_FEED") != nullptr, each.late);
     EXPECT_EQ(data.FindDataTable("drill_feed"), nullptr);
   }
-}
-
-TEST(ToolTableInfoTest, CopiesShareTheCursorButNotTheFilter) {
-  const TemporaryFolder folder;
-  SeedDatabase(folder / "tools.mdb");
-  CToolDbData data;
-  ASSERT_TRUE(data.OpenDatabase((folder / "tools.mdb").string()) && data.LoadCatalogue());
-  CToolTableInfo& entry = *data.FindToolTable("TAP");
-  entry.m_strFilter = "ID > 1";
-  CToolTableInfo copy;
-  copy.m_strFilter = "ID = 1";
-  copy = entry;
-  EXPECT_EQ(copy.m_strFilter, "ID = 1");
-  copy.ToolSet().MoveLast();
-  EXPECT_EQ(entry.ToolSet().GetRecordCount(), 3);
-  entry.Reset();
-  EXPECT_FALSE(copy.ToolSet().IsOpen());
-  EXPECT_THROW(entry.ToolSet(), CDaoException);
 }
 
 }  // namespace

@@ -32,10 +32,16 @@ void RunSql(const std::filesystem::path& file, const std::string& sql) {
       << sqlite3_errmsg(opened);
 }
 
+std::string Contents(const std::filesystem::path& file) {
+  return (std::ostringstream() << std::ifstream(file, std::ios::binary).rdbuf()).str();
+}
+
+std::string Script(const std::string& name) {
+  return Contents(ORXDB_SCRIPTS + name + ".sql");
+}
+
 void SeedDatabase(const std::filesystem::path& file, const std::string& more) {
-  std::ostringstream sql;
-  sql << std::ifstream(ORXDB_SEED).rdbuf();
-  RunSql(file, sql.str());
+  RunSql(file, Script("Seed"));
   RunSql(file, more);
 }
 

@@ -32,6 +32,12 @@ class TemporaryFolder {
 /// Runs SQL statements on a database file with SQLite itself.
 void RunSql(const std::filesystem::path& file, const std::string& sql);
 
+/// The bytes of a file; empty when there is none.
+std::string Contents(const std::filesystem::path& file);
+
+/// The SQL of a file beside this one, by its name without ".sql".
+std::string Script(const std::string& name);
+
 /// Makes a database by Seed.sql and then runs more SQL on it.
 void SeedDatabase(const std::filesystem::path& file, const std::string& more = {});
 

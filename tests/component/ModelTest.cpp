@@ -5,7 +5,6 @@
 #include <cstdlib>
 #include <fstream>
 #include <random>
-#include <sstream>
 
 #include "platform/framework/MessageBox.h"
 #include "platform/framework/Text.h"
@@ -77,41 +76,15 @@ class ModelTest : public ComponentTest {
   void FindHeads();
   void StepInMaterials();
   void CallBystanders(const ModelTable& table);
-  void Open();
 
   std::mt19937 m_random{1};  // NOLINT(cert-msc32-c,cert-msc51-cpp): seeded by the test
-  std::vector<ModelTable> m_tables;
+  ModelTable m_tables[2] = {{.name = "DRILL", .prefix = "D", .key = "ID"},
+                            {.name = "TAPPING_HEAD",
+                             .prefix = "AUX_Metric",
+                             .key = "TAPPING_HEAD.ID",
+                             .uniqueNames = true}};
   std::size_t m_material = 0;  ///< position among the stock materials A, B and C
 };
-
-void ModelTest::Open() {
-  m_tables.clear();
-  m_tables.push_back({.name = "DRILL", .prefix = "D", .key = "ID"});
-  m_tables.push_back({.name = "TAPPING_HEAD",
-                      .prefix = "AUX_Metric",
-                      .key = "TAPPING_HEAD.ID",
-                      .uniqueNames = true});
-  std::string sql;
-  for (const ModelTable& table : m_tables) {
-    sql +=
-        With(table, "CREATE TABLE " + table.name +
-                        " (ID INTEGER PRIMARY KEY AUTOINCREMENT, Name TEXT(50), "
-                        "@_Min_Diameter DOUBLE, @_Max_Diameter DOUBLE);"
-                        "CREATE VIEW Q_" +
-                        table.name +
-                        " AS SELECT ID AS \"~\", Name AS Name, @_Min_Diameter AS @_Min_Diameter, "
-                        "@_Max_Diameter AS @_Max_Diameter FROM " +
-                        table.name +
-                        ";INSERT INTO TYPES_DATA (TOOLTABLE_NAME, DEF_NAME_FORMAT) VALUES ('Q_" +
-                        table.name + "', 'N%@_Min_Diameter%');");
-  }
-  OpenSeeded(
-      "PRAGMA journal_mode = WAL; DROP VIEW Q_STOCK_MATERIAL;"
-      "CREATE TABLE STOCK (ID INTEGER PRIMARY KEY, DispType TEXT(9));"
-      "INSERT INTO STOCK (DispType) VALUES ('A'), ('B'), ('C');"
-      "CREATE VIEW Q_STOCK_MATERIAL AS SELECT ID AS ID, DispType AS DispType FROM STOCK;" +
-      sql);
-}
 
 /// Whether the tool is added; its number is used up in any case.
 bool ModelTest::Adds(ModelTable& table, ModelTool tool) {
@@ -132,9 +105,7 @@ void ModelTest::Export(ModelTable& table) {
     expected += LineOf(table, table.At(i));
   }
   table.position = table.records.size();
-  std::ostringstream text;
-  text << std::ifstream(file).rdbuf();
-  std::string lines = text.str();
+  std::string lines = Contents(file);
   for (int header = 0; header < 4; ++header) lines.erase(0, lines.find('\n') + 1);
   ASSERT_EQ(lines, expected);
 }
@@ -390,10 +361,10 @@ TEST_F(ModelTest, RandomCallsBehaveLikeListsWithAPosition) {
   m_random.seed(seed);
   auto earlier = InstallMessageBoxHandler(
       [](const std::string&, const std::string&, unsigned) { return IDOK; });
-  Open();
+  OpenSeeded(Script("Model"));
   for (long step = 0; step < steps && !HasFailure(); ++step) {
     SCOPED_TRACE("step " + std::to_string(step));
-    Step(m_tables[static_cast<std::size_t>(Pick(2))]);
+    Step(m_tables[Pick(2)]);
   }
   for (ModelTable& table : m_tables) {
     std::string ids;

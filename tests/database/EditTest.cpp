@@ -1,6 +1,3 @@
-#include <sys/wait.h>
-#include <unistd.h>
-
 #include "tests/database/RecordsetFixture.h"
 
 namespace orxdb {
@@ -65,34 +62,6 @@ TEST_F(EditTest, FailedUpdateLosesNothingAndCanBeTriedAgain) {
   Execute("DELETE FROM MILL");
   EXPECT_EQ(ErrorOf([&] { mills->Update(); }), DaoError::RecordDeleted);
   EXPECT_EQ(Ask("SELECT count(*) FROM MILL"), "0");
-}
-
-TEST_F(EditTest, KeysAreNeverHandedOutTwiceByTwoProcesses) {
-  Database().Close();
-  m_other.reset();
-  const auto add = [this] {
-    const auto mills = Open("SELECT * FROM MILL");
-    for (int i = 0; i < 100; ++i) {
-      mills->AddNew();
-      if (i % 4 != 0) mills->Update();
-    }
-  };
-  const pid_t child = fork();
-  if (child == 0) {
-    try {
-      add();
-      _exit(0);
-    } catch (const CDaoException&) {
-      _exit(1);
-    }
-  }
-  add();
-  int status = 1;
-  waitpid(child, &status, 0);
-  EXPECT_EQ(status, 0);
-  EXPECT_EQ(Ask("SELECT count(*) || ' of ' || (SELECT seq FROM sqlite_sequence WHERE name = 'MILL')"
-                " FROM MILL"),
-            "150 of 200");
 }
 
 }  // namespace

@@ -105,26 +105,5 @@ TEST_F(FieldTypesTest, GivenValuesAreConvertedOrRefused) {
   EXPECT_EQ(ErrorOf([&] { records->SetFieldValueNull("Nope"); }), DaoError::BadField);
 }
 
-TEST_F(FieldTypesTest, OriginsAreSeenThroughViewsJoinsAndSubSelects) {
-  Execute(
-      "CREATE VIEW Q_OVER AS SELECT Q.ID AS ID, Q.Coating AS Skin, Q.Twice AS Twice"
-      " FROM (SELECT * FROM Q_MILL) AS Q;"
-      "INSERT INTO MILL (D) VALUES (1.5)");
-  using Case = std::tuple<const char*, const char*, const char*, short>;
-  const Case cases[] = {// Plain, and through one more query.
-                        Case("Q_MILL", "ID", "MILL.ID", dbLong),
-                        Case("Q_MILL", "Coating", "COATING.Name", dbText),
-                        Case("Q_MILL", "Flutes", "MILL.Flutes", dbInteger),
-                        Case("Q_OVER", "Skin", "COATING.Name", dbText),
-                        Case("Q_OVER", "Twice", ".", dbDouble),
-                        Case("SELECT Name AS N FROM MILL", "N", "MILL.Name", dbText)};
-  for (const auto& [query, field, origin, type] : cases) {
-    CDaoFieldInfo info;
-    Open(query)->GetFieldInfo(field, info, AFX_DAO_SECONDARY_INFO);
-    EXPECT_EQ(info.m_strSourceTable + "." + info.m_strSourceField, origin) << query;
-    EXPECT_EQ(info.m_nType, type) << query;
-  }
-}
-
 }  // namespace
 }  // namespace orxdb

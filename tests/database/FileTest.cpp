@@ -1,6 +1,4 @@
-// Files that are missing, damaged, in use or used by others.
-#include <fstream>
-#include <random>
+// Files that are closed under a recordset, in use, or used by others.
 #include <thread>
 
 #include "tests/database/RecordsetFixture.h"
@@ -10,70 +8,14 @@ namespace {
 
 class FileTest : public RecordsetFixture {
  protected:
-  void Write(const std::string& name, const std::string& bytes) const {
-    std::ofstream(Path(name), std::ios::binary) << bytes;
-  }
   void Insert(int rows, const std::string& values) {
     Execute("WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n LIMIT " +
             std::to_string(rows) + ") INSERT INTO MILL (Name, D, [Rake #]) SELECT " + values +
             " FROM n");
   }
-  /// Opens a file and walks it; true when nothing worse than a bad value was met.
-  bool Walk(const std::string& path) {
-    try {
-      m_database.Close();
-      m_database.Open(path);
-      const auto mills = Open("Q_MILL");
-      for (; !mills->IsEOF(); mills->MoveNext()) {
-        try {
-          mills->GetFieldValues(kFields, m_values);
-        } catch (const CDaoException&) {
-        }
-      }
-      return true;
-    } catch (const CDaoException&) {
-      return false;
-    }
-  }
-
   static constexpr int kFields[] = {0, 1, 2, 3, 4, 5, 6, 7, 8, 9};
   std::array<Variant, std::size(kFields)> m_values;
 };
-
-TEST_F(FileTest, OnlyDatabasesOpen) {
-  std::filesystem::create_directory(Path("folder"));
-  Write("empty", "");
-  Write("text", std::string(5000, 'x'));
-  CDaoDatabase database;
-  for (const auto& path : {std::string(), std::string("/nowhere/tools.mdb"), Path("missing"),
-                           Path("folder"), Path("empty"), Path("text")}) {
-    EXPECT_THROW(database.Open(path), CDaoException) << path;
-    EXPECT_FALSE(database.IsOpen());
-  }
-  std::string backslashes = Path();
-  std::replace(backslashes.begin(), backslashes.end(), '/', '\\');
-  database.Open(backslashes);
-  EXPECT_TRUE(database.IsOpen());
-}
-
-TEST_F(FileTest, DamagedFilesRaiseOrRead) {
-  Insert(60, "'tool with a longer name', 1, i % 3");
-  Execute("PRAGMA journal_mode = DELETE");
-  m_other.reset();
-  std::ifstream file(Path(), std::ios::binary);
-  const std::string whole{std::istreambuf_iterator<char>(file), {}};
-  EXPECT_TRUE(Walk(Path()));
-  std::mt19937 random(5);
-  int damaged = 0;
-  for (int i = 0; i < 150; ++i) {
-    std::string bytes = whole;
-    for (int n = 0; n < 8; ++n) bytes[random() % bytes.size()] = static_cast<char>(random());
-    if (i % 5 == 0) bytes.resize(random() % bytes.size());
-    Write("damaged.mdb", bytes);
-    if (!Walk(Path("damaged.mdb"))) ++damaged;
-  }
-  EXPECT_GT(damaged, 20);
-}
 
 TEST_F(FileTest, EndOfTheEngineClosesEverything) {
   Execute("INSERT INTO MILL (Name) VALUES ('a')");

@@ -57,16 +57,6 @@ TEST_F(HostileTextTest, CriteriaAreRefusedAndHarmless) {
   EXPECT_EQ(Contents(), before);
 }
 
-TEST_F(HostileTextTest, SubSelectsDoNotMultiplyWhatTheyCost) {
-  const auto chain = [](const std::string& name) { return Repeat(name + " & ", 80) + name; };
-  const std::string criteria = "ID IN (SELECT " + chain("S.X") + " FROM (SELECT " + chain("T.X") +
-                               " AS X FROM (SELECT " + chain("Name") +
-                               " AS X FROM MILL) AS T) AS S)";
-  const auto begin = std::chrono::steady_clock::now();
-  EXPECT_FALSE(Open("Q_MILL")->FindFirst(criteria));
-  EXPECT_LT(std::chrono::steady_clock::now() - begin, std::chrono::seconds(8));
-}
-
 TEST_F(HostileTextTest, EndlessSearchAndEndlessTriggerAreStopped) {
   Execute(
       "CREATE TRIGGER ENDLESS AFTER UPDATE ON COATING BEGIN INSERT INTO COATING (ID)"

@@ -330,22 +330,5 @@ TEST_F(RecordsetFixture, JoinThatMeetsMoreRowsShowsItsRecordOnce) {
   }
 }
 
-TEST_F(RecordsetFixture, ForeignAndGarbledBookmarksAreRefused) {
-  Execute("INSERT INTO MILL (Name) VALUES ('a'), ('b')");
-  const auto mills = Open("Q_MILL");
-  const auto coatings = Open("SELECT * FROM COATING");
-  mills->MoveNext();
-  const Variant good = mills->GetBookmark();
-  const Variant garbled = good.Copy();
-  ArrayAccess<BYTE>(garbled.get().parray)[3] ^= 0x40;
-  const Variant cut = Variant::FromArray(VT_UI1, SafeArray::Vector(VT_UI1, 3));
-  const Variant number = Variant::FromI4(1);
-  for (const Variant* bad : {&garbled, &cut, &number}) {
-    EXPECT_EQ(ErrorOf([&] { mills->SetBookmark(bad->get()); }), DaoError::BadBookmark);
-  }
-  EXPECT_EQ(ErrorOf([&] { coatings->SetBookmark(good.get()); }), DaoError::BadBookmark);
-  EXPECT_EQ(Show(mills->GetFieldValue("ID")), "2");
-}
-
 }  // namespace
 }  // namespace orxdb

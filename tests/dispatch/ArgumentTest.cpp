@@ -7,9 +7,6 @@ namespace {
 
 class ArgumentTest : public ComponentTest {
  protected:
-  HRESULT ToSql(VARIANT value, VARIANT text) {
-    return Call(*m_db, u"VariantToSQLString", {value, text}).status;
-  }
   const Variant m_numbers = Variant::FromArray(VT_I4, SafeArray::Vector(VT_I4, 1));
 };
 
@@ -99,24 +96,6 @@ TEST_F(ArgumentTest, WritesResultsThroughInTheHostsType) {
   }
   EXPECT_EQ(small, 5);
   EXPECT_EQ(TakeError(), "");
-}
-
-TEST_F(ArgumentTest, ReplacesStringsAndLeavesUntouchedOnesAlone) {
-  BSTR text = Bstr(u"before").detach();
-  const VARIANT out = Reference(VT_BSTR, &text);
-  const Variant word = Variant::FromText(u"TAP");
-  SHORT number = 12;
-  for (const auto& [value, shown] :
-       {std::pair(word.get(), u"TAP"), std::pair(Reference(VT_I2, &number), u"12")}) {
-    EXPECT_EQ(ToSql(value, out), S_OK);
-    EXPECT_EQ(View(text), shown);
-  }
-  EXPECT_EQ(ToSql(m_numbers.get(), out), DISP_E_EXCEPTION);
-  EXPECT_EQ(View(text), u"12");
-  SysFreeString(text);
-  DOUBLE real = 0;
-  EXPECT_EQ(ToSql(Variant::FromI4(17).detach(), Reference(VT_R8, &real)), S_OK);
-  EXPECT_EQ(real, 17.0);
 }
 
 TEST_F(ArgumentTest, PassesArraysAndBookmarks) {

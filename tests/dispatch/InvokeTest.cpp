@@ -2,7 +2,6 @@
 #include <algorithm>
 #include <climits>
 
-#include "interface/ToolHost.h"
 #include "platform/framework/Text.h"
 #include "tests/dispatch/FailingAllocations.h"
 #include "tests/dispatch/LateCall.h"
@@ -41,8 +40,6 @@ TEST_F(InvokeTest, FindsIdentifiersByNameInAnyCase) {
   LPOLESTR names = name;
   DISPID id = 5;
   EXPECT_EQ(m_db->GetIDsOfNames(IID_IDispatch, &names, 1, 0, &id), DISP_E_UNKNOWNINTERFACE);
-  EXPECT_EQ(m_db->GetIDsOfNames(IID_NULL, nullptr, 1, 0, &id), E_INVALIDARG);
-  EXPECT_EQ(m_db->GetIDsOfNames(IID_NULL, &names, 1, 0, nullptr), E_INVALIDARG);
 }
 
 TEST_F(InvokeTest, RefusesWhatIsNoCall) {
@@ -109,28 +106,6 @@ TEST_F(InvokeTest, SortsArgumentsByPositionAndName) {
     SysFreeString(std::exchange(text, nullptr));
   }
   EXPECT_EQ(TakeError(), "");
-}
-
-TEST_F(InvokeTest, WalksLikeAScript) {
-  SeedDatabase(m_file);
-  LateBound db(m_db.QueryInterface<IDispatch>());
-  EXPECT_EQ(db.call(u"setmdbfile", Variant::FromBstr(WidenToBstr(m_file.string()))), S_OK);
-  const Variant table = Variant::FromText(u"TAP");
-  EXPECT_EQ(
-      db.call(u"SetTabFilter", table, Variant::FromText(u"Flutes > 2"), Variant::FromText(u"Name")),
-      S_OK);
-  Variant names;
-  Variant values;
-  std::vector<std::u16string> found;
-  for (db.call(u"GetFirstTool", table, &names, &values); !values.empty();
-       db.call(u"GetNextTool", table, &values)) {
-    found.emplace_back(View(ArrayAccess<VARIANT>(values.get().parray)[1].bstrVal));
-  }
-  EXPECT_EQ(found, (std::vector<std::u16string>{u"M10", u"M6"}));
-  EXPECT_EQ(db.call(u"NoSuchMethod"), DISP_E_UNKNOWNNAME);
-  EXPECT_EQ(db.call(u"GetFirstTool", Variant::FromText(u"NONE"), &names, &values),
-            DISP_E_EXCEPTION);
-  EXPECT_EQ(db.error(), u"ORX DB Error");
 }
 
 TEST_F(InvokeTest, FailingMethodsAreExceptionsWithTheErrorReport) {

@@ -35,16 +35,5 @@ TEST_F(BStringTest, NullReadsAsEmptyAndTooLongIsRefused) {
   EXPECT_EQ(SysAllocStringLen(nullptr, 0xFFFFFFFFU), nullptr);
 }
 
-TEST_F(BStringTest, ReallocationReplaces) {
-  BSTR raw = Bstr(u"drill").detach();
-  ASSERT_TRUE(SysReAllocStringLen(&raw, raw + 1, 3));  // from within the old text
-  EXPECT_EQ(View(raw), u"ril");
-  ASSERT_TRUE(SysReAllocStringLen(&raw, nullptr, 5));  // keeps what fits
-  EXPECT_EQ(View(raw).substr(0, 3), u"ril");
-  EXPECT_EQ(SysStringLen(raw), 5U);
-  ASSERT_TRUE(SysReAllocString(&raw, nullptr));
-  EXPECT_EQ(raw, nullptr);
-}
-
 }  // namespace
 }  // namespace orxdb

@@ -75,19 +75,5 @@ TEST(DatesTest, EverySecondSurvivesPartsAndText) {
   }
 }
 
-TEST(DatesTest, ImpossiblePartsAreRefused) {
-  // The last two: month and day must not be cut to eight bits.
-  const SYSTEMTIME cases[] = {
-      {99, 1, 0, 1, 0, 0, 0, 0},     {10000, 1, 0, 1, 0, 0, 0, 0}, {2023, 2, 0, 29, 0, 0, 0, 0},
-      {2024, 0, 0, 1, 0, 0, 0, 0},   {2024, 13, 0, 1, 0, 0, 0, 0}, {2024, 1, 0, 0, 0, 0, 0, 0},
-      {2024, 1, 0, 1, 24, 0, 0, 0},  {2024, 1, 0, 1, 0, 60, 0, 0}, {2024, 1, 0, 1, 0, 0, 60, 0},
-      {2024, 257, 0, 1, 0, 0, 0, 0}, {2024, 1, 0, 257, 0, 0, 0, 0}};
-  DATE date = 99;
-  for (const SYSTEMTIME& parts : cases) {
-    EXPECT_FALSE(SystemTimeToVariantTime(&parts, &date)) << parts.wYear << ' ' << parts.wMonth;
-  }
-  EXPECT_EQ(date, 99);
-}
-
 }  // namespace
 }  // namespace orxdb

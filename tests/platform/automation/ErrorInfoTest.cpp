@@ -8,8 +8,6 @@
 namespace orxdb {
 namespace {
 
-constexpr GUID kInterface = {0x12345678, 1, 2, {1, 2, 3, 4, 5, 6, 7, 8}};
-
 class ErrorInfoTest : public LeakBalance {
  protected:
   static void Report(std::u16string description) {
@@ -43,37 +41,6 @@ TEST_F(ErrorInfoTest, GettingTransfersTheNewestOfTheThread) {
   Report(u"dropped");
   EXPECT_EQ(SetErrorInfo(0, nullptr), S_OK);
   EXPECT_EQ(Take(), u"none");
-}
-
-TEST_F(ErrorInfoTest, CarriesAllOfTheReport) {
-  ComPtr<ICreateErrorInfo> created;
-  ASSERT_EQ(CreateErrorInfo(created.put()), S_OK);
-  const ComPtr<IErrorInfo> info = created.QueryInterface<IErrorInfo>();
-  ASSERT_TRUE(info);
-  // One object has one identity, whichever interface is asked.
-  EXPECT_EQ(created.QueryInterface<IUnknown>().get(), info.QueryInterface<IUnknown>().get());
-
-  OLECHAR source[] = u"ORXDB";
-  OLECHAR help[] = u"help.txt";
-  EXPECT_EQ(created->SetGUID(kInterface), S_OK);
-  EXPECT_EQ(created->SetSource(source), S_OK);
-  EXPECT_EQ(created->SetHelpFile(help), S_OK);
-  EXPECT_EQ(created->SetHelpContext(17), S_OK);
-  source[0] = u'?';  // the report has its own copy
-
-  GUID guid{};
-  DWORD context = 0;
-  Bstr text[3];
-  EXPECT_EQ(info->GetGUID(&guid), S_OK);
-  EXPECT_EQ(info->GetSource(text[0].put()), S_OK);
-  EXPECT_EQ(info->GetHelpFile(text[1].put()), S_OK);
-  EXPECT_EQ(info->GetDescription(text[2].put()), S_OK);
-  EXPECT_EQ(info->GetHelpContext(&context), S_OK);
-  EXPECT_EQ(guid, kInterface);
-  EXPECT_EQ(text[0].view(), u"ORXDB");
-  EXPECT_EQ(text[1].view(), u"help.txt");
-  EXPECT_FALSE(text[2]) << "never set";
-  EXPECT_EQ(context, 17U);
 }
 
 }  // namespace

@@ -55,23 +55,6 @@ TEST_F(TextFileTest, ReadsLinesInPieces) {
   }
 }
 
-TEST_F(TextFileTest, WritesLinesWithReturns) {
-  std::mt19937 random(3);
-  for (int round = 0; round < 50; ++round) {
-    std::string text;
-    for (auto count = random() % 200; count > 0; --count) text += "ab\xE9\t\n\n"[random() % 6];
-    TextFile file = TextFile::OpenForWriting(File());
-    const std::size_t cut = text.empty() ? 0 : random() % text.size();
-    ASSERT_TRUE(file.Write(std::string_view(text).substr(0, cut)));
-    ASSERT_TRUE(file.Write(std::string_view(text).substr(cut)));
-    ASSERT_TRUE(file.Close());
-    EXPECT_FALSE(file.Write("late"));
-    std::string bytes;
-    for (const char c : text) bytes += c == '\n' ? std::string("\r\n") : std::string(1, c);
-    EXPECT_EQ(Bytes(), bytes);
-  }
-}
-
 TEST_F(TextFileTest, UnusableFilesAreEmpty) {
   std::string piece = "kept";
   EXPECT_FALSE(TextFile::OpenForReading((m_folder / "missing").string()));
@@ -88,14 +71,6 @@ TEST_F(TextFileTest, UnusableFilesAreEmpty) {
   ASSERT_TRUE(full);
   full.Write("held back, then refused\n");
   EXPECT_FALSE(full.Close());
-}
-
-TEST_F(TextFileTest, TakesEitherSeparator) {
-  std::string path = File();
-  std::replace(path.begin(), path.end(), '/', '\\');
-  EXPECT_TRUE(TextFile::OpenForWriting(path).Write("x"));
-  EXPECT_EQ(Bytes(), "x");
-  EXPECT_TRUE(TextFile::OpenForReading(path));
 }
 
 TEST(ExecutablePath, NamesThisProgramWithBackslashes) {

@@ -63,27 +63,6 @@ TEST(Library, LoadsFindsAndShares) {
   EXPECT_EQ(seen(), &state) << "program and library have one active state";
 }
 
-TEST(Library, FailureIsAnAnswer) {
-  for (const char* name : {"", "/no/such/library.so", "LangExt.dll", "/"}) {
-    Library library = Library::Load(name);
-    EXPECT_FALSE(library) << name;
-    EXPECT_FALSE(library.Message().empty()) << name;
-    EXPECT_EQ(library.FindSymbol("malloc"), nullptr);
-    EXPECT_EQ(library.Detach(), nullptr);
-  }
-}
-
-TEST(Resources, LoadsTheFirstTextOfAnId) {
-  std::string text;
-  EXPECT_TRUE(LoadString(&kEnglish, 102, text));
-  EXPECT_EQ(text, "No");
-  for (ResourceHandle none : {&kGerman, static_cast<ResourceHandle>(nullptr)}) {
-    text = "earlier";
-    EXPECT_FALSE(LoadString(none, 102, text));
-    EXPECT_EQ(text, "");
-  }
-}
-
 TEST(ModuleState, SwitchesNestAndEndOnEveryWayOut) {
   CModuleState& process = ActiveModuleState();
   CModuleState outer(&kEnglish, "Outer");

@@ -93,17 +93,6 @@ TEST(Text, SurrogatesWithoutPartnerStayApart) {
   }
 }
 
-TEST(Text, ReusesStringsAndReadsNull) {
-  std::u16string wide = u"longer than what comes";
-  WidenInto("Ø", wide);
-  EXPECT_EQ(wide, u"Ø");
-  std::string narrow = "d=";
-  NarrowInto(u"Ø", narrow);
-  EXPECT_EQ(narrow, Utf8(u8"d=Ø"));
-  EXPECT_EQ(NarrowBstr(nullptr), "");
-  EXPECT_TRUE(WidenToBstr("")) << "empty text is a string, not null";
-}
-
 TEST(Text, WidenTextFillsBuffer) {
   const struct {
     const char* narrow;

@@ -1,0 +1,17 @@
+-- Tables whose fields exchange files carry, leave out, or cannot carry.
+PRAGMA journal_mode = WAL;
+INSERT INTO MATERIAL (Text) VALUES ('Stahl');
+CREATE TABLE DRILL (ID INTEGER PRIMARY KEY AUTOINCREMENT, Name TEXT(50), Diameter DOUBLE,
+  Pitch SINGLE, Count LONG, Coated BOOLEAN, Note LONGTEXT, Price CURRENCY, Changed DATETIME,
+  Material LONG, Approach_Height DOUBLE, Feed_Rate DOUBLE, SIDE_ANGLE DOUBLE);
+CREATE VIEW Q_DRILL AS SELECT DRILL.ID AS ID, Name AS Name, Diameter AS Diameter, Pitch AS Pitch,
+  Count AS Count, Coated AS Coated, Note AS Note, MATERIAL.Text AS Material,
+  Approach_Height AS Approach_Height, Feed_Rate AS Feed_Rate, SIDE_ANGLE AS SIDE_ANGLE
+  FROM DRILL LEFT JOIN MATERIAL ON MATERIAL.ID = DRILL.Material;
+CREATE TABLE PIPE_TAP (ID INTEGER PRIMARY KEY AUTOINCREMENT, Name TEXT(50), Price CURRENCY,
+  Approach_Height DOUBLE, Extra_Depth DOUBLE);
+CREATE VIEW Q_PIPE_TAP AS SELECT ID AS ID, Name AS Name, Price AS Price,
+  Approach_Height AS Approach_Height, Extra_Depth AS Extra_Depth FROM PIPE_TAP;
+CREATE TABLE TAPPING_HEAD (ID INTEGER PRIMARY KEY AUTOINCREMENT, Name TEXT(50), Size LONG);
+CREATE VIEW Q_TAPPING_HEAD AS SELECT ID AS ID, Name AS Name, Size AS Size FROM TAPPING_HEAD;
+INSERT INTO TYPES_DATA (TOOLTABLE_NAME) VALUES ('Q_DRILL'), ('Q_PIPE_TAP'), ('Q_TAPPING_HEAD');
