@@ -1,6 +1,5 @@
 // Values as text, through the interface.
 #include <cstring>
-#include <limits>
 
 #include "platform/framework/Text.h"
 #include "tests/component/ComponentFixture.h"
@@ -77,9 +76,6 @@ TEST_F(ValueTest, PrecisionFromNoneToEightDecimals) {
   for (const auto& [value, precision, text] : cases) {
     EXPECT_EQ(Shown(Variant::FromR8(value).get(), precision), text);
   }
-  EXPECT_EQ(Shown(Variant::FromR8(1e15).get(), 2), "1000000000000000.00");
-  EXPECT_EQ(Shown(Variant::FromR8(1.5).get(), std::numeric_limits<LONG>::min()), "1.5");
-  EXPECT_EQ(Shown(Variant::FromI4(5).get(), 3), "5");
   // The eight payload bytes count as one real, whatever stands behind the four of a VT_R4.
   VARIANT real{};
   real.dblVal = 123.456;

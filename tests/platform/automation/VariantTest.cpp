@@ -38,17 +38,6 @@ TEST_F(VariantTest, CopiesOwnTheirStringsArraysAndReferences) {
   EXPECT_EQ(object.references(), 1U);
 }
 
-TEST_F(VariantTest, LockedArrayIsNeitherClearedNorReplaced) {
-  Variant value = TextArray();
-  const ArrayAccess<BSTR> lock(value.get().parray);
-  EXPECT_EQ(VariantClear(value.ptr()), DISP_E_ARRAYISLOCKED);
-  const Variant other = Variant::FromText(u"other");
-  EXPECT_EQ(VariantCopy(value.ptr(), &other.get()), DISP_E_ARRAYISLOCKED);
-  EXPECT_EQ(VariantChangeType(value.ptr(), &other.get(), 0, VT_BSTR), DISP_E_ARRAYISLOCKED);
-  EXPECT_EQ(value.type(), kTextArray);
-  EXPECT_EQ(View(lock[1]), u"reamer");
-}
-
 TEST_F(VariantTest, ImpossibleTypesAreRefused) {
   Variant target = Variant::FromText(u"kept");
   for (int type : {VT_VARIANT + 0, 15, 24, 36, 72, 0x0FFF, 0x1003, 0x8003, VT_ARRAY + VT_EMPTY,
