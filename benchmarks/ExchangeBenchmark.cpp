@@ -212,7 +212,8 @@ void Import(benchmark::State& state) {
       });
 }
 
-BENCHMARK(Export)->Arg(1000)->Arg(100000)->UseManualTime()->Unit(benchmark::kMillisecond);
+BENCHMARK(Export)->Arg(1000)->Arg(100000)->Arg(1000000)->UseManualTime()->Unit(
+    benchmark::kMillisecond);
 BENCHMARK(Import)->Arg(1000)->Arg(100000)->Arg(1000000)->Iterations(1)->UseManualTime()->Unit(
     benchmark::kMillisecond);
 

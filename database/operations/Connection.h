@@ -156,6 +156,7 @@ class Connection : public std::enable_shared_from_this<Connection> {
   static int OnAuthorize(void* self, int action, const char* first, const char* second,
                          const char* database, const char* view) noexcept;
   static int OnProgress(void* self) noexcept;
+  static int OnBusy(void* self, int earlier) noexcept;
 
   struct CachedStatement {
     std::string sql;
@@ -169,6 +170,7 @@ class Connection : public std::enable_shared_from_this<Connection> {
   Origin m_origin = Origin::Own;  ///< of the statement being prepared or run
   Uses m_uses;
   int m_temporaryTables = 0;
+  std::int64_t m_waitStart = 0;       ///< steady clock, nanoseconds
   std::int64_t m_statementStart = 0;  ///< steady clock, nanoseconds; 0 before the first look
 
   std::list<CachedStatement> m_cache;  ///< last used first
