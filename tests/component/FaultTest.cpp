@@ -174,7 +174,7 @@ TEST_P(FaultTest, FailingFiles) {
                                     {"lock", FileFault::Lock},
                                     {"shared memory", FileFault::SharedMemory}}) {
     EveryCallSurvives(
-        name, kEvery, [=](int n) { FailFilesAfter(fault, n); }, StopFailingFiles);
+        name, kEvery, [fault = fault](int n) { FailFilesAfter(fault, n); }, StopFailingFiles);
   }
 }
 

@@ -165,7 +165,8 @@ TEST_F(LookupTest, RangesAndNeighboursOfRandomRows) {
     m_db.reset();
     m_db = NewObject();
     ASSERT_EQ(SetMdbFile(*m_db, m_file), S_OK);
-    for (double value = -1; value < 52; value += 0.5) {
+    for (int half = -2; half < 104; ++half) {
+      const double value = half / 2.0;
       const auto holds = [&](auto& r) { return r.first <= value && value <= r.second; };
       const auto above = [&](auto& r) { return r.first > value; };
       auto found = std::ranges::find_if(ranges, holds);

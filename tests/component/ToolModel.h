@@ -18,7 +18,7 @@ using Text = std::optional<std::string>;
 using Number = std::optional<int>;
 
 struct ModelTool {
-  int id;
+  int id = 0;
   Text name;
   Number low, high;
 };

@@ -25,7 +25,7 @@ class DialectTest : public RecordsetFixture {
     const auto records = Open(query);
     for (const auto& [criteria, keys] : rows) {
       std::string found;
-      const auto find = [&] {
+      const auto find = [&, &criteria = criteria] {
         for (bool is = records->FindFirst(criteria); is; is = records->FindNext(criteria)) {
           found += Show(records->GetFieldValue(0));
         }
