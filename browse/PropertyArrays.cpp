@@ -20,10 +20,8 @@ Variant FieldNames(const CDaoRecordset& records) {
   SafeArray array = NewResultVector(VT_BSTR, static_cast<std::size_t>(count));
   {
     const ArrayAccess<BSTR> names(array.get());
-    CDaoFieldInfo info;
     for (int i = 0; i < count; ++i) {
-      records.GetFieldInfo(i, info);
-      names[static_cast<std::size_t>(i)] = WidenToBstr(info.m_strName).detach();
+      names[static_cast<std::size_t>(i)] = WidenToBstr(records.GetFieldName(i)).detach();
     }
   }
   return Variant::FromArray(VT_BSTR, std::move(array));

@@ -59,12 +59,11 @@ void ToolRecordExchange::WriteRecords(CDaoRecordset* records, TextFile& file) co
   try {
     std::vector<int> exported;
     std::string line;
-    CDaoFieldInfo field;
     for (int i = 0; i < records->GetFieldCount(); ++i) {
-      records->GetFieldInfo(i, field);
-      if (!IsFieldExported(field.m_strName)) continue;
+      const std::string& name = records->GetFieldName(i);
+      if (!IsFieldExported(name)) continue;
       exported.push_back(i);
-      line += EscapeField(field.m_strName) += '\t';
+      line += EscapeField(name) += '\t';
     }
     file.Write(line += '\n');
     WriteLines(*records, exported, file);

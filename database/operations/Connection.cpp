@@ -319,9 +319,10 @@ const TableInfo& Connection::Table(std::string_view name) {
   if (found == m_tables.end()) {
     throw CDaoException(DaoError::NotFound, "There is no table " + std::string(name));
   }
-  TableInfo& table = found->second;
-  if (!table.columns.empty()) return table;
+  if (!found->second.columns.empty()) return found->second;
 
+  TableInfo table;  // kept when it has been read to its end
+  table.name = found->second.name;
   int keyColumns = 0;
   std::string key;
   Statement rows(*this, "PRAGMA main.table_info(" + Quoted(table.name) + ")", Origin::Own);
@@ -338,7 +339,7 @@ const TableInfo& Connection::Table(std::string_view name) {
                                   nullptr, nullptr, nullptr, &autoIncrement);
     table.autoIncrement = autoIncrement != 0;
   }
-  return table;
+  return found->second = std::move(table);
 }
 
 std::unordered_map<std::string, std::shared_ptr<const QuerySource>>& Connection::Sources() {

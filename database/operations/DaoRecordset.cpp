@@ -113,6 +113,10 @@ short CDaoRecordset::GetFieldCount() const {
   return static_cast<short>(Opened().FieldCount());
 }
 
+const std::string& CDaoRecordset::GetFieldName(int index) const {
+  return Opened().FieldName(FieldAt(Opened(), index));
+}
+
 void CDaoRecordset::GetFieldInfo(int index, CDaoFieldInfo& info, int /*level*/) const {
   info = Opened().Describe(FieldAt(Opened(), index));
 }

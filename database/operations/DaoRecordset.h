@@ -70,6 +70,8 @@ class CDaoRecordset {
   long GetRecordCount() const;
 
   short GetFieldCount() const;
+  /// Its name alone: describing a computed field may run the query.
+  const std::string& GetFieldName(int index) const;
   void GetFieldInfo(int index, CDaoFieldInfo& info, int level = AFX_DAO_PRIMARY_INFO) const;
   /// Field names compare without regard to letter case.
   void GetFieldInfo(const std::string& name, CDaoFieldInfo& info,

@@ -56,6 +56,7 @@ std::string IsoDate(std::string_view text) {
   if (text.find('/') != std::string_view::npos) {
     std::rotate(parts.begin(), parts.begin() + 2, parts.begin() + 3);
   }
+  if (year < 100) year += year < 30 ? 2000 : 1900;  // as the dialect reads two digits
   const std::string folded = FoldedName(text);
   if (folded.find("pm") != std::string::npos && hour < 12) hour += 12;
   if (folded.find("am") != std::string::npos && hour == 12) hour = 0;

@@ -38,6 +38,9 @@ class Recordset {
   Recordset& operator=(const Recordset&) = delete;
 
   std::size_t FieldCount() const noexcept { return m_source->fields.size(); }
+  const std::string& FieldName(std::size_t field) const noexcept {
+    return m_source->fields[field].info.m_strName;
+  }
   int FindField(std::string_view name) const noexcept { return m_source->Find(name); }
   /// The field's description; a computed field gets the type of its value in the first record.
   CDaoFieldInfo Describe(std::size_t field);

@@ -21,7 +21,9 @@ SelectText ExpressionTranslator::Select() {
     select.distinctRows = true;
     select.body.Append(Skip("ALL") ? " UNION ALL " : " UNION ");
     m_scopes.back().clear();
-    select.body.Append(SimpleSelect().body);
+    const SelectText part = SimpleSelect();
+    if (!select.limit.empty() || !part.limit.empty()) Fail("TOP cannot stand in a UNION");
+    select.body.Append(part.body);
   }
   if (Skip("ORDER")) {
     Expect("BY");

@@ -17,10 +17,13 @@ SnapshotCopy::SnapshotCopy(std::shared_ptr<Connection> connection, const SelectT
 }
 
 SnapshotCopy::~SnapshotCopy() {
-  if (m_table.empty() || !m_connection->IsOpen()) return;
+  if (!m_table.empty() && m_connection->IsOpen()) Drop(m_table);
+}
+
+void SnapshotCopy::Drop(const std::string& table) noexcept {
   try {
-    m_connection->Execute("DROP TABLE temp." + m_table);
-  } catch (const CDaoException&) {
+    m_connection->Execute("DROP TABLE temp." + table);
+  } catch (...) {
     // The table goes with the connection.
   }
 }
@@ -37,15 +40,20 @@ void SnapshotCopy::FillTable() {
   }
   m_connection->Execute("CREATE TEMP TABLE " + table + " (orx_row INTEGER PRIMARY KEY" + columns +
                         ")");
-  m_table = table;
-  Statement insert(*m_connection, "INSERT INTO temp." + table + " VALUES (?" + marks + ")",
-                   Origin::Own);
-  for (std::size_t row = 0; row < m_rows.Size(); ++row) {
-    insert.Bind(static_cast<std::int64_t>(row));
-    for (std::size_t i = 0; i < m_source.fields.size(); ++i) insert.Bind(m_rows.Cell(row, i));
-    insert.Run();
-    insert.Reset();
+  try {
+    Statement insert(*m_connection, "INSERT INTO temp." + table + " VALUES (?" + marks + ")",
+                     Origin::Own);
+    for (std::size_t row = 0; row < m_rows.Size(); ++row) {
+      insert.Bind(static_cast<std::int64_t>(row));
+      for (std::size_t i = 0; i < m_source.fields.size(); ++i) insert.Bind(m_rows.Cell(row, i));
+      insert.Run();
+      insert.Reset();
+    }
+  } catch (...) {
+    Drop(table);  // half of it would answer "not found"
+    throw;
   }
+  m_table = table;
 }
 
 std::optional<std::size_t> SnapshotCopy::Find(const Criteria& criteria, Which which,

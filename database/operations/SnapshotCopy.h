@@ -28,6 +28,7 @@ class SnapshotCopy {
 
  private:
   void FillTable();
+  void Drop(const std::string& table) noexcept;
 
   std::shared_ptr<Connection> m_connection;
   const QuerySource& m_source;

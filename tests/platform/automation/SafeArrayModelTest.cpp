@@ -18,7 +18,7 @@ struct Elements {
 class SafeArrayModel {
  public:
   SafeArrayModel(std::mt19937& random, const Elements& elements)
-      : m_random(random), m_elements(elements), m_bounds(Pick(1, 4)) {
+      : m_random(random), m_elements(elements), m_bounds(static_cast<std::size_t>(Pick(1, 4))) {
     for (SAFEARRAYBOUND& bound : m_bounds) bound = RandomBound();
     const auto dimensions = static_cast<UINT>(m_bounds.size());
     m_now.isVector = dimensions == 1 && Pick(0, 1) == 0;
@@ -103,7 +103,7 @@ class SafeArrayModel {
     EXPECT_EQ(VariantChangeType(old.ptr(), old.ptr(), 0, VT_I4), S_OK);
     EXPECT_EQ(old.get().lVal, std::exchange(m_now.numbers[position], number));
     EXPECT_EQ(SafeArrayPtrOfIndex(array, indexes.data(), &place), S_OK);
-    EXPECT_EQ(place, static_cast<char*>(array->pvData) + position * m_elements.size);
+    EXPECT_EQ(place, static_cast<char*>(array->pvData) + std::size_t{position} * m_elements.size);
   }
 
   /// The rightmost dimension is the slowest: elements that stay keep their place. Vectors stay.
