@@ -28,7 +28,8 @@ class CToolTableInfo {
   /// query is there but not open, or the recordset is missing or not open.
   void OpenCursor(CDaoDatabase& database, const std::string& queryName);
 
-  /// Closes and lets go of recordset and query and empties the texts.
+  /// Closes and lets go of recordset and query and empties the names and the name format; filter,
+  /// template and search parameters stay.
   void Reset() noexcept;
 
   std::shared_ptr<CDaoRecordset> m_pToolSet;

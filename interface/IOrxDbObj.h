@@ -1,4 +1,5 @@
-// The interface of the tool database component: include this to host it.
+// The interface of the tool database component. To host it include interface/ToolHost.h, which
+// brings the owners of objects, variants and strings besides, in namespace orxdb:
 //
 //   ComPtr<IOrxDbObj> db;
 //   CoCreateInstance(CLSID_OrxDbObj, nullptr, CLSCTX_INPROC_SERVER, IOrxDbObj::iid, db.putVoid());
@@ -19,6 +20,9 @@
 // - Names of tables, fields and properties are compared exactly, letter case included; criteria
 //   are compared by the rules of the database.
 // - Tables are named as GetToolTypes names them, without the "Q_" of their stored query.
+// - A call waits up to five seconds for other programs that hold the file, and the database works
+//   up to ten seconds on one statement, the ordering of a very large table for instance; then the
+//   call fails.
 //
 // Property arrays describe one record: a name array (VT_ARRAY | VT_BSTR) and a value array
 // (VT_ARRAY | VT_VARIANT) of equal length, one dimension, lower bound 0; element i of the values
@@ -247,8 +251,8 @@ struct IOrxDbObj : public IDispatch {
   virtual HRESULT STDMETHODCALLTYPE IsHiddenProperty(BSTR bstrPropName, VARIANT_BOOL* bHidden) = 0;
 
   /// The number of records in the table, whatever the filter; 0 when the table is empty and when
-  /// the cursor stands behind the last record, -1 for an unknown table (S_OK, too). The cursor
-  /// stays on its record.
+  /// the cursor stands behind the last record, -1 for an unknown table (S_OK, too), and with
+  /// E_FAIL for a table without a cursor. The cursor stays on its record.
   virtual HRESULT STDMETHODCALLTYPE GetSelectedRecordCount(BSTR bstrToolTable, LONG* lRecCount) = 0;
 
   /// Moves the cursor back to the record of a bookmark; E_FAIL for a bookmark that is stale or of

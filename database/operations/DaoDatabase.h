@@ -7,7 +7,7 @@ namespace orxdb {
 class Connection;
 }
 
-/// One database file. Move-only in spirit: copied nowhere, closed by its destructor.
+/// One database file, closed by the destructor.
 ///
 /// Every failing operation raises `CDaoException`.
 class CDaoDatabase {

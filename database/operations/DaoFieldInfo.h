@@ -26,7 +26,7 @@ inline constexpr long dbVariableField = 0x2;
 inline constexpr long dbAutoIncrField = 0x10;
 inline constexpr long dbUpdatableField = 0x20;
 
-/// How much of a field's description is wanted.
+/// How much of a field's description is wanted at least: all of it comes in any case.
 inline constexpr int AFX_DAO_PRIMARY_INFO = 1;    ///< name, type, size, attributes
 inline constexpr int AFX_DAO_SECONDARY_INFO = 2;  ///< and position, origin, nullability
 inline constexpr int AFX_DAO_ALL_INFO = 4;        ///< and the default value
