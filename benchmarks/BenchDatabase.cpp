@@ -9,28 +9,10 @@
 #include <unistd.h>
 #include <vector>
 
+#include "interface/KnownNames.h"
 #include "platform/automation/Variant.h"
 
 namespace {
-
-constexpr std::array kMachiningTables = {"T24_27_30_31",
-                                         "DRILLING_FS",
-                                         "END_MILLING_FS",
-                                         "FACE_MILLING_FS",
-                                         "REAMING_FS",
-                                         "RECOMMENDED_FS",
-                                         "SLIT_MILLING_FS",
-                                         "THREADING_FS",
-                                         "DRILL_FEED",
-                                         "T15b_15d_22",
-                                         "T15c",
-                                         "T25",
-                                         "T33",
-                                         "T34",
-                                         "HARDNESS_BRC",
-                                         "HARDNESS_RCB",
-                                         "T5_DEPTH",
-                                         "T5_FEED"};
 
 /// Stored queries over FEEDS: 10 rows beside the smallest tool table, 100,000 beside the others.
 /// It also holds the tapping heads and the values that `Material` of OTHER_2 is looked up in.
@@ -153,7 +135,8 @@ void MakeDatabase(const std::string& path, std::int64_t tools) {
       " ('DLC'), ('Diamond'), ('ZrN');"
       "CREATE TABLE HOLDER (ID INTEGER PRIMARY KEY AUTOINCREMENT, Name TEXT(30));"
       "INSERT INTO HOLDER (Name) VALUES ('ER16'), ('ER25'), ('ER32'), ('Weldon'), ('Shrink');");
-  for (const std::string table : kMachiningTables) {
+  for (const std::string_view name : orxdb::kMachiningTables) {
+    const std::string table(name);
     Run(handle, "CREATE TABLE " + table +
                     " (ID INTEGER PRIMARY KEY AUTOINCREMENT, Low DOUBLE, High DOUBLE);"
                     "INSERT INTO " +

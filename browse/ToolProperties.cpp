@@ -1,12 +1,11 @@
 #include "browse/ToolProperties.h"
 
 #include "browse/ToolCursor.h"
+#include "interface/KnownNames.h"
 #include "platform/framework/Text.h"
 
 namespace orxdb {
 namespace {
-
-constexpr const OLECHAR* kTemporaryName = OLESTR("AUX_TEMP_TOOLNAME_~*&^$%_");
 
 Variant OneString(const OLECHAR* text) {
   SafeArray array = NewResultVector(VT_BSTR, 1);
@@ -14,7 +13,7 @@ Variant OneString(const OLECHAR* text) {
   return Variant::FromArray(VT_BSTR, std::move(array));
 }
 
-Variant OneValue(const OLECHAR* text) {
+Variant OneValue(std::u16string_view text) {
   SafeArray array = NewResultVector(VT_VARIANT, 1);
   ArrayAccess<VARIANT>(array.get())[0] = Variant::FromText(text).detach();
   return Variant::FromArray(VT_VARIANT, std::move(array));
@@ -23,7 +22,7 @@ Variant OneValue(const OLECHAR* text) {
 /// Adds the temporary tool; -1 when it got no identifier.
 LONG AddTemporaryTool(BSTR table, IOrxDbObj& own) {
   Variant names = OneString(OLESTR("Name"));
-  Variant values = OneValue(kTemporaryName);
+  Variant values = OneValue(kTemporaryToolName);
   LONG id = -1;
   own.AddNewRecord(table, names.ptr(), values.ptr(), &id);
   return id;

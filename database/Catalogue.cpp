@@ -1,34 +1,14 @@
 // Loading the catalogue.
-#include <array>
 #include <utility>
 
 #include "database/ListParser.h"
 #include "database/ToolDbData.h"
 #include "database/ToolTypeColumns.h"
+#include "interface/KnownNames.h"
 #include "platform/framework/Exception.h"
 #include "resources/ComponentText.h"
 
 namespace {
-
-/// The machining-data tables, in the order of their opening.
-constexpr std::array<std::string_view, 18> kDataTables = {"T24_27_30_31",
-                                                          "DRILLING_FS",
-                                                          "END_MILLING_FS",
-                                                          "FACE_MILLING_FS",
-                                                          "REAMING_FS",
-                                                          "RECOMMENDED_FS",
-                                                          "SLIT_MILLING_FS",
-                                                          "THREADING_FS",
-                                                          "DRILL_FEED",
-                                                          "T15b_15d_22",
-                                                          "T15c",
-                                                          "T25",
-                                                          "T33",
-                                                          "T34",
-                                                          "HARDNESS_BRC",
-                                                          "HARDNESS_RCB",
-                                                          "T5_DEPTH",
-                                                          "T5_FEED"};
 
 std::string StoredQueryName(std::string_view table) {
   return "Q_" + std::string(table);
@@ -88,7 +68,7 @@ void CToolDbData::ReadToolTypes() {
 
 void CToolDbData::LoadDataTables() {
   CDaoQueryDef query(&m_db);
-  for (const std::string_view name : kDataTables) {
+  for (const std::string_view name : orxdb::kMachiningTables) {
     query.Open(StoredQueryName(name));
     auto records = std::make_unique<CDaoRecordset>();
     records->Open(&query);

@@ -8,36 +8,17 @@
 
 #include "host/Commands.h"
 #include "host/ToolDatabase.h"
+#include "interface/KnownNames.h"
 #include "platform/framework/Text.h"
 
 namespace orxdb {
 namespace {
 
-/// The tables that the component reads machining data from; it does not list them itself.
-constexpr std::array<const char*, 18> kTables = {"DRILLING_FS",
-                                                 "END_MILLING_FS",
-                                                 "FACE_MILLING_FS",
-                                                 "REAMING_FS",
-                                                 "RECOMMENDED_FS",
-                                                 "SLIT_MILLING_FS",
-                                                 "THREADING_FS",
-                                                 "T24_27_30_31",
-                                                 "DRILL_FEED",
-                                                 "T15b_15d_22",
-                                                 "T15c",
-                                                 "T25",
-                                                 "T33",
-                                                 "T34",
-                                                 "T5_DEPTH",
-                                                 "T5_FEED",
-                                                 "HARDNESS_BRC",
-                                                 "HARDNESS_RCB"};
-
 /// The table's exact name for a name in any case.
 std::string TableNamed(const std::string& name) {
   std::string known;
-  for (const char* table : kTables) {
-    if (EqualIgnoringCase(table, name)) return table;
+  for (const std::string_view table : kMachiningTables) {
+    if (EqualIgnoringCase(table, name)) return std::string(table);
     known += (known.empty() ? "" : ", ") + std::string(table);
   }
   throw HostError("There is no machining table " + Cited(name) + ". There are: " + known + '.');

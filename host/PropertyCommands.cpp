@@ -8,13 +8,11 @@
 #include "host/PropertyText.h"
 #include "host/ToolDatabase.h"
 #include "host/ToolInput.h"
+#include "interface/KnownNames.h"
 #include "platform/framework/Text.h"
 
 namespace orxdb {
 namespace {
-
-/// The name of the tool that the component adds for a moment to see the values of a new one.
-constexpr const char* kTemporaryName = "AUX_TEMP_TOOLNAME_~*&^$%_";
 
 struct ShowOptions {
   std::string table;
@@ -47,12 +45,12 @@ void Defaults(const Settings& settings, const ShowOptions& options) {
   const std::string table = database.TableNamed(options.table);
   const Bstr wideTable = WidenToBstr(table);
   VARIANT_BOOL unique = VARIANT_TRUE;
-  database.Component().IsToolNameUnique(wideTable.get(), WidenToBstr(kTemporaryName).get(),
-                                        &unique);
+  database.Component().IsToolNameUnique(wideTable.get(), Bstr(kTemporaryToolName).get(), &unique);
   if (unique == VARIANT_FALSE) {
     // Where names must be unique, the component would now delete some other tool.
-    throw HostError("An interrupted program left a tool named " + Cited(kTemporaryName) + " in " +
-                    table + ". `orxdb delete` it first.");
+    throw HostError("An interrupted program left a tool named " +
+                    Cited(Narrow(kTemporaryToolName)) + " in " + table +
+                    ". `orxdb delete` it first.");
   }
   ToolProperties tool;
   if (FAILED(database.Component().GetDefPropsValues(wideTable.get(), tool.names.put(),

@@ -128,8 +128,13 @@ Variant RandomCalls::Array(VARTYPE type, Maker make) {
   return Variant::FromArray(type, std::move(array));
 }
 
-// Null, of two dimensions, or of bytes.
+// Null, of two dimensions, of bytes, or of numbers that are said to be strings.
 Variant RandomCalls::OddArray() {
+  if (Below(4) == 0) {
+    Variant lie = Array(VT_I8, [this] { return LONGLONG{Below(100)}; });
+    lie.ptr()->vt = VT_ARRAY | VT_BSTR;
+    return lie;
+  }
   SafeArray array;
   const VARTYPE type = Below(2) ? VT_VARIANT : VT_UI1;
   const SAFEARRAYBOUND bounds[] = {{2, -5}, {static_cast<ULONG>(Below(3)), 7}};
