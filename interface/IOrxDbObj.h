@@ -251,8 +251,9 @@ struct IOrxDbObj : public IDispatch {
   virtual HRESULT STDMETHODCALLTYPE IsHiddenProperty(BSTR bstrPropName, VARIANT_BOOL* bHidden) = 0;
 
   /// The number of records in the table, whatever the filter; 0 when the table is empty and when
-  /// the cursor stands behind the last record, -1 for an unknown table (S_OK, too), and with
-  /// E_FAIL for a table without a cursor. The cursor stays on its record.
+  /// the cursor stands behind the last record, -1 for an unknown table (S_OK, too). E_FAIL and -1
+  /// for a table without a cursor and for a filter that the database refuses. The cursor stays on
+  /// its record.
   virtual HRESULT STDMETHODCALLTYPE GetSelectedRecordCount(BSTR bstrToolTable, LONG* lRecCount) = 0;
 
   /// Moves the cursor back to the record of a bookmark; E_FAIL for a bookmark that is stale or of

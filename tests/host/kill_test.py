@@ -93,7 +93,7 @@ class Kill(Orxdb):
                 self.assertEqual((tool["Name"], tool["Diameter"]),
                                  ("T" + tool["Comment"], int(tool["Comment"])))
             walks += 1
-            if walks == 2:
+            if walks == 1:
                 self.assertEqual(run("--db", self.database, "import", file)[0], 0)
         self.assertEqual([host.wait() for host in hosts], [0] * 4, "no operation failed")
         done = 0
