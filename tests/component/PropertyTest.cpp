@@ -184,7 +184,7 @@ TEST_F(PropertyTest, NamesByFormat) {
   }
 }
 
-TEST_F(PropertyTest, NamesOfStoredTools) {
+TEST_F(PropertyTest, StoredToolsAndTheirNames) {
   OpenSeeded(
       "UPDATE TYPES_DATA SET DEF_NAME_FORMAT = 'Mill D%Diameter%';"
       "UPDATE MILL SET Name = '' WHERE ID < 3");

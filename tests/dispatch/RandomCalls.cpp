@@ -15,10 +15,9 @@ RandomCalls::RandomCalls(IDispatch& object, std::function<unsigned()> next)
   for (UINT i = 0; info->GetFuncDesc(i, &function) == S_OK; ++i) {
     for (SHORT position = 0; position < function->cParams; ++position) {
       const ELEMDESC& element = function->lprgelemdescParam[position];
-      if ((element.paramdesc.wParamFlags & PARAMFLAG_FOUT) &&
-          element.tdesc.lptdesc->vt == VT_VARIANT) {
-        m_returned.emplace(function->memid, position);
-      }
+      const TYPEDESC& type = element.tdesc.vt == VT_PTR ? *element.tdesc.lptdesc : element.tdesc;
+      const bool out = (element.paramdesc.wParamFlags & PARAMFLAG_FOUT) != 0;
+      m_parameters[function->memid].push_back({type.vt, out && type.vt == VT_VARIANT});
     }
     info->ReleaseFuncDesc(function);
   }
@@ -26,7 +25,8 @@ RandomCalls::RandomCalls(IDispatch& object, std::function<unsigned()> next)
 
 HRESULT RandomCalls::Call() {
   const DISPID id = Below(20) ? 1 + Below(41) : Below(100) - 30;
-  const int count = Below(7);
+  const std::vector<Parameter>& parameters = m_parameters[id];
+  const int count = Below(8) ? static_cast<int>(parameters.size()) : Below(7);
   const WORD flags = static_cast<WORD>(Below(30) ? DISPATCH_METHOD : Below(16));
   std::vector<DISPID> names;
   if (Below(5) == 0) names.resize(static_cast<std::size_t>(Below(count + 1)));
@@ -35,7 +35,8 @@ HRESULT RandomCalls::Call() {
   for (int i = 0; i < count; ++i) {
     const auto index = static_cast<std::size_t>(i);
     const DISPID position = index < names.size() ? names[index] : count - 1 - i;
-    reversed.push_back(Make(m_returned.contains({id, position})));
+    const auto place = static_cast<std::size_t>(position);
+    reversed.push_back(Make(place < parameters.size() ? parameters[place] : Parameter{}));
   }
   const HRESULT status = Invoke(m_object, id, reversed, names, flags).status;
   EXPECT_THAT(status,
@@ -51,9 +52,10 @@ HRESULT RandomCalls::Call() {
 
 /// A value, for the caller to clear, or a reference to one that lasts as long as the call. Methods
 /// overwrite what they return in variants: those get nothing that would be lost.
-VARIANT RandomCalls::Make(bool overwritten) {
+VARIANT RandomCalls::Make(const Parameter& parameter) {
   if (Below(40) == 0) return Broken();
-  Variant value = overwritten ? Number() : Value(2);
+  const bool text = parameter.type == VT_BSTR && Below(4) != 0;
+  Variant value = parameter.returned ? Number() : text ? Text() : Value(2);
   if (Below(2) == 0) return value.detach();
   VARIANT& kept = *m_values.emplace_back(std::move(value)).ptr();
   if (kept.vt != VT_EMPTY && kept.vt != VT_NULL && Below(2) == 0) {

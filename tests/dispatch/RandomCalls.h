@@ -3,7 +3,8 @@
 
 #include <deque>
 #include <functional>
-#include <set>
+#include <map>
+#include <vector>
 
 #include "tests/dispatch/LateCall.h"
 
@@ -17,8 +18,13 @@ class RandomCalls {
   HRESULT Call();
 
  private:
+  struct Parameter {
+    VARTYPE type = VT_VARIANT;
+    bool returned = false;  ///< a variant that the method overwrites
+  };
+
   int Below(int limit) { return static_cast<int>(m_next() % static_cast<unsigned>(limit)); }
-  VARIANT Make(bool overwritten);
+  VARIANT Make(const Parameter& parameter);
   VARIANT Broken();
   Variant Text();
   Variant Number();
@@ -29,8 +35,7 @@ class RandomCalls {
 
   IDispatch& m_object;
   std::function<unsigned()> m_next;
-  /// Identifier and position of every parameter through which a method returns a variant.
-  std::set<std::pair<DISPID, DISPID>> m_returned;
+  std::map<DISPID, std::vector<Parameter>> m_parameters;
   std::deque<Variant> m_values;  ///< what references lead to, until the call is over
   std::deque<VARIANT> m_references;
 };
