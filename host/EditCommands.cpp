@@ -8,6 +8,7 @@
 #include "host/Commands.h"
 #include "host/ToolDatabase.h"
 #include "host/ToolInput.h"
+#include "platform/framework/Exception.h"
 #include "platform/framework/MessageBox.h"
 #include "platform/framework/Text.h"
 
@@ -61,19 +62,12 @@ class Complaints {
   std::string m_text;
 };
 
-/// How a property reads in a tool.
-Cell Read(const ToolProperties& tool, const std::string& property) {
-  const std::vector<std::string> names = tool.Names();
-  return tool.Cells().at(
-      static_cast<std::size_t>(std::ranges::find(names, property) - names.begin()));
-}
-
 /// Complains of what was given and is not in the tool.
 void Compare(const std::string& which, const ToolProperties& tool, const Assignments& given,
              Complaints& complaints) {
   std::string missed;
   for (const Assignment& assignment : given) {
-    if (Read(tool, assignment.property) == assignment.shown) continue;
+    if (tool.Value(assignment.property) == assignment.shown) continue;
     missed += (missed.empty() ? "" : ", ") + assignment.property;
   }
   if (!missed.empty()) complaints.Add(which + ": not written: " + missed + '.');
@@ -100,8 +94,10 @@ class Adding {
     m_tools.push_back(tool);
     const ToolProperties stored = m_database.Get(m_table, tool.id);
     Compare(Described(m_table, tool.id), stored, given, m_complaints);
-    m_tools.back().name = Read(stored, "Name").text;
-    if (m_tools.back().name.empty()) GiveName(m_tools.back());
+    m_tools.back().name = stored.Value("Name").text;
+    const std::vector<std::string> names = stored.Names();
+    const bool nameless = m_tools.back().name.empty() && std::ranges::count(names, "Name") > 0;
+    if (nameless) GiveName(m_tools.back());
   }
 
   /// Deletes the tools again; gives a sentence, behind a blank, on those that did not go.
@@ -109,7 +105,7 @@ class Adding {
     std::string left;
     for (const Tool& tool : m_tools) {
       m_database.Component().DeleteTool(m_wideTable.get(), tool.id);
-      if (m_database.Find(m_table, tool.id)) left += ' ' + std::to_string(tool.id);
+      if (MayBeThere(tool)) left += ' ' + std::to_string(tool.id);
     }
     return left.empty() ? left : " Added before, and not deleted again:" + left + '.';
   }
@@ -130,6 +126,14 @@ class Adding {
     LONG id = -1;
     std::string name;
   };
+
+  bool MayBeThere(const Tool& tool) {
+    try {
+      return static_cast<bool>(m_database.Find(m_table, tool.id));
+    } catch (const HostError&) {
+      return true;
+    }
+  }
 
   bool IsGivenKey(const std::string& property) {
     if (!ToolDatabase::IsKey(m_table, property)) return false;
@@ -170,6 +174,9 @@ void Add(const Settings& settings, const EditOptions& options) {
     for (Assignments& tool : tools) adding.Add(std::move(tool));
   } catch (const std::exception& e) {
     throw HostError(e.what() + adding.Undo());
+  } catch (const CException&) {
+    adding.Undo();
+    throw;
   }
   adding.Tell(settings.format);
 }
@@ -192,7 +199,7 @@ void Set(const Settings& settings, const EditOptions& options) {
   std::vector<Cell> cells;
   for (const Assignment& assignment : given) {
     names.push_back(assignment.property);
-    cells.push_back(Read(tool, assignment.property));
+    cells.push_back(tool.Value(assignment.property));
   }
   WriteRecord(settings.format, names, std::move(cells));
   Complaints complaints;

@@ -177,9 +177,12 @@ void CopyDatabase(const fs::path& source, const fs::path& target) {
   const Database from = OpenDatabase(source, SQLITE_OPEN_READONLY);
   const Database to = OpenDatabase(target, SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE);
   sqlite3_backup* backup = sqlite3_backup_init(to.get(), "main", from.get(), "main");
-  if (backup) sqlite3_backup_step(backup, -1);
-  if (!backup || sqlite3_backup_finish(backup) != SQLITE_OK) {
-    throw HostError(source.string() + " cannot be copied: " + sqlite3_errmsg(to.get()) + '.');
+  // A database that is in use is told by the step alone.
+  const int copied = backup ? sqlite3_backup_step(backup, -1) : sqlite3_errcode(to.get());
+  const int ended = sqlite3_backup_finish(backup);
+  if (copied != SQLITE_DONE || ended != SQLITE_OK) {
+    throw HostError(source.string() + " cannot be copied: " +
+                    sqlite3_errstr(copied != SQLITE_DONE ? copied : ended) + '.');
   }
 }
 

@@ -24,14 +24,13 @@ class NewFile {
 
   const std::filesystem::path& Path() const { return m_path; }
 
-  /// Gives the file its name once all of it is on the disk.
-  void RenameTo(const std::filesystem::path& target) const {
+  /// Waits until all of the file is on the disk.
+  void Store() const {
     const int descriptor = open(m_path.c_str(), O_RDONLY | O_CLOEXEC);
     const bool stored = descriptor >= 0 && fsync(descriptor) == 0;
     const std::error_code reason(errno, std::generic_category());
     if (descriptor >= 0) close(descriptor);
     if (!stored) throw std::filesystem::filesystem_error("fsync", m_path, reason);
-    std::filesystem::rename(m_path, target);
   }
 
  private:
@@ -41,7 +40,8 @@ class NewFile {
 }  // namespace
 
 void WriteNewFile(const std::filesystem::path& target, bool replace, const char* loss,
-                  const std::function<void(const std::filesystem::path&)>& write) {
+                  const std::function<void(const std::filesystem::path&)>& write,
+                  const std::function<void()>& beforeNaming) {
   const std::string name = target.string();
   std::error_code error;
   if (std::filesystem::is_directory(target, error)) throw HostError(name + " is a folder.");
@@ -52,7 +52,9 @@ void WriteNewFile(const std::filesystem::path& target, bool replace, const char*
   try {
     const NewFile building(target);
     write(building.Path());
-    building.RenameTo(target);
+    building.Store();
+    beforeNaming();
+    std::filesystem::rename(building.Path(), target);
   } catch (const std::filesystem::filesystem_error& e) {
     throw HostError(name + " cannot be created: " + e.code().message() + '.');
   }

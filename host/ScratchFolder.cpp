@@ -46,6 +46,7 @@ void OnInterruption(void (*from)(int), void (*to)(int)) {
 ScratchFolder::ScratchFolder() {
   std::error_code error;
   std::string name = (std::filesystem::temp_directory_path(error) / "orxdb-XXXXXX").string();
+  if (error) throw HostError("The folder for temporary files: " + error.message() + '.');
   if (name.size() >= g_folder.size() || !mkdtemp(name.data())) {
     throw HostError("There is no room for temporary files: " + std::string(std::strerror(errno)) +
                     '.');

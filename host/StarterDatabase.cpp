@@ -58,14 +58,17 @@ void Build(const std::filesystem::path& file) {
 }  // namespace
 
 void CreateStarterDatabase(const std::filesystem::path& file, bool replace) {
-  WriteNewFile(file, replace, ", with all its tools", [&](const std::filesystem::path& building) {
+  const auto build = [&](const std::filesystem::path& building) {
     if (file.has_parent_path()) std::filesystem::create_directories(file.parent_path());
     Build(building);
-    // The log of a replaced database must never be taken for one of the new file.
+  };
+  // The log of a replaced database must never be taken for one of the new file.
+  const auto removeLogs = [&] {
     for (const char* suffix : {"-wal", "-shm", "-journal"}) {
       std::filesystem::remove(file.string() + suffix);
     }
-  });
+  };
+  WriteNewFile(file, replace, ", with all its tools", build, removeLogs);
 }
 
 }  // namespace orxdb
