@@ -7,9 +7,11 @@ import os
 import random
 import resource
 import signal
+import sqlite3
 import subprocess
 import time
 import unittest
+from contextlib import closing
 
 from orxdb_host import PROGRAM, Orxdb, run
 
@@ -123,6 +125,11 @@ class Exchange(Orxdb):
         self.fails(1, "is a folder", "--db", self.database, "import", self.folder)
         self.assertEqual(self.db("import")[:2], (2, ""))
         self.assertEqual(self.database.read_bytes(), before)
+        self.sql("PRAGMA journal_mode = DELETE")
+        with closing(sqlite3.connect(self.database, isolation_level=None)) as other:
+            other.execute("BEGIN EXCLUSIVE")
+            self.fails(1, "cannot be copied: database is locked.", "--db", self.database, "import",
+                       self.file(line("N1", 1)), "--dry-run")
 
     def test_interrupted_dry_runs_leave_no_copy(self):
         path, scratch = self.file("".join(line(f"K{i}", i) for i in range(3000))), self.folder / "s"
