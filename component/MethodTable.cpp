@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <utility>
 
+#include "platform/automation/Ascii.h"
+
 namespace orxdb {
 namespace {
 
@@ -179,16 +181,9 @@ static_assert([] {
 }());
 static_assert(std::ranges::all_of(kMethods, IsSound));
 
-bool SameName(std::u16string_view left, std::u16string_view right) noexcept {
-  constexpr auto lower = [](OLECHAR c) {
-    return c >= u'A' && c <= u'Z' ? static_cast<OLECHAR>(c + (u'a' - u'A')) : c;
-  };
-  return std::ranges::equal(left, right, {}, lower, lower);
-}
-
 DISPID FindParameter(const Method& method, std::u16string_view name) noexcept {
   const auto found = std::ranges::find_if(method.parameters(), [&](const Parameter& parameter) {
-    return SameName(parameter.name, name);
+    return EqualNoCase(parameter.name, name);
   });
   return found == method.parameters().end()
              ? DISPID_UNKNOWN
@@ -209,7 +204,7 @@ const Method* FindMethod(DISPID id) noexcept {
 
 const Method* FindMethod(std::u16string_view name) noexcept {
   const auto* const found = std::ranges::find_if(
-      kMethods, [&](const Method& method) { return SameName(method.name, name); });
+      kMethods, [&](const Method& method) { return EqualNoCase(method.name, name); });
   return found == kMethods.end() ? nullptr : found;
 }
 

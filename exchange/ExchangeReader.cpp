@@ -4,6 +4,7 @@
 #include "browse/FieldVariantTypes.h"
 #include "browse/PropertyArrays.h"
 #include "exchange/ToolRecordExchange.h"
+#include "platform/automation/Ascii.h"
 #include "platform/framework/Text.h"
 #include "values/ValueText.h"
 
@@ -13,13 +14,6 @@ namespace {
 /// A line of so many characters, its end included, is too long. It is read in pieces: the first is
 /// dropped, what is left counts as a line of its own.
 constexpr std::size_t kTooLong = 65534;
-
-std::string Trimmed(std::string_view text) {
-  constexpr std::string_view kBlanks = " \t\n\v\f\r";
-  const std::size_t first = text.find_first_not_of(kBlanks);
-  if (first == text.npos) return {};
-  return std::string(text.substr(first, text.find_last_not_of(kBlanks) - first + 1));
-}
 
 /// Scans a number and moves `text` behind it; false without a number.
 bool ScanNumber(const char*& text, int& number) {
@@ -63,9 +57,10 @@ void ToolRecordExchange::ReadHeader(TextFile& file) {
     if (!usable || separator == m_line.npos) continue;
     const std::string_view key = std::string_view(m_line).substr(0, separator);
     const std::string value = m_line.substr(separator + 1);
+    const std::string_view trimmed = Trim(std::string_view(value), " \t\n\v\f\r");
     if (line == 0 && key == kVersionKey) ParseVersion(value);
-    if (line == 1 && key == kTableNameKey) m_header.m_strTableName = Trimmed(value);
-    if (line == 2 && key == kExportTypeKey) m_header.m_strExportType = Trimmed(value);
+    if (line == 1 && key == kTableNameKey) m_header.m_strTableName = trimmed;
+    if (line == 2 && key == kExportTypeKey) m_header.m_strExportType = trimmed;
   }
 }
 

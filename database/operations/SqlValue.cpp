@@ -2,14 +2,9 @@
 
 #include <algorithm>
 
+#include "platform/automation/Ascii.h"
+
 namespace orxdb {
-namespace {
-
-constexpr char Folded(char c) noexcept {
-  return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
-}
-
-}  // namespace
 
 CellView CellOf(const SqlValue& value) {
   CellView view;
@@ -40,13 +35,12 @@ std::string Quoted(std::string_view name) {
 }
 
 bool SameName(std::string_view a, std::string_view b) noexcept {
-  return a.size() == b.size() && std::equal(a.begin(), a.end(), b.begin(),
-                                            [](char x, char y) { return Folded(x) == Folded(y); });
+  return EqualNoCase(a, b);
 }
 
 std::string FoldedName(std::string_view name) {
   std::string folded(name);
-  std::transform(folded.begin(), folded.end(), folded.begin(), Folded);
+  std::transform(folded.begin(), folded.end(), folded.begin(), LowerAscii);
   return folded;
 }
 

@@ -10,6 +10,8 @@
 #include <system_error>
 #include <utility>
 
+#include "platform/automation/Ascii.h"
+
 namespace orxdb {
 namespace {
 
@@ -17,6 +19,7 @@ namespace fs = std::filesystem;
 
 constexpr std::size_t kMostBytes = std::size_t{64} * 1024;
 constexpr std::string_view kSubfolder = "/automation/classes.d";
+constexpr std::string_view kBlanks = " \t\r";
 
 constexpr std::pair<std::string_view, std::string ClassFile::*> kTextKeys[] = {
     {"ProgId", &ClassFile::progId},
@@ -31,12 +34,6 @@ constexpr std::pair<std::string_view, std::string ClassFile::*> kTextKeys[] = {
 struct CloseFolder {
   void operator()(DIR* folder) const noexcept { closedir(folder); }
 };
-
-std::string_view Trim(std::string_view text) {
-  constexpr std::string_view kBlanks = " \t\r";
-  text.remove_prefix(std::min(text.find_first_not_of(kBlanks), text.size()));
-  return text.substr(0, text.find_last_not_of(kBlanks) + 1);
-}
 
 /// Cuts the part before the next `separator` off the front of `rest`.
 std::string_view NextPart(std::string_view& rest, char separator) {
@@ -89,8 +86,8 @@ std::string ClassFolderIn(std::string_view dataFolder) {
 /// Stores one "key = value" line; false when it is none or its value is refused.
 bool ReadEntry(std::string_view line, ClassFile& file, bool& hasId) {
   if (line.find('=') == std::string_view::npos) return false;
-  const std::string_view key = Trim(NextPart(line, '='));
-  const std::string_view value = Trim(line);
+  const std::string_view key = Trim(NextPart(line, '='), kBlanks);
+  const std::string_view value = Trim(line, kBlanks);
   if (EqualNoCase(key, "ClassId")) {
     const std::optional<GUID> id = ParseGuid(value);
     if (!id) return false;
@@ -105,12 +102,6 @@ bool ReadEntry(std::string_view line, ClassFile& file, bool& hasId) {
 }
 
 }  // namespace
-
-bool EqualNoCase(std::string_view left, std::string_view right) {
-  const auto lower = [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c + 32) : c; };
-  return std::equal(left.begin(), left.end(), right.begin(), right.end(),
-                    [&](char a, char b) { return lower(a) == lower(b); });
-}
 
 std::optional<GUID> ParseGuid(std::string_view text) {
   constexpr std::string_view kForm = "{XXXXXXXX-XXXX-XXXX-XXXX-XXXXXXXXXXXX}";
@@ -138,7 +129,7 @@ std::optional<ClassFile> ParseClassFile(std::string_view text) {
   ClassFile file;
   bool hasId = false;
   while (!text.empty()) {
-    const std::string_view line = Trim(NextPart(text, '\n'));
+    const std::string_view line = Trim(NextPart(text, '\n'), kBlanks);
     if (line.empty() || line[0] == '#' || line[0] == ';') continue;
     if (part == Part::Before && EqualNoCase(line, "[Class]")) {
       part = Part::Inside;

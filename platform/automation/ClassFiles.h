@@ -54,7 +54,4 @@ std::optional<ClassFile> FindClass(const std::function<bool(const ClassFile&)>& 
 /// Reads "{8-4-4-4-12 hexadecimal digits}".
 std::optional<GUID> ParseGuid(std::string_view text);
 
-/// Compares ASCII letters without regard to case.
-bool EqualNoCase(std::string_view left, std::string_view right);
-
 }  // namespace orxdb

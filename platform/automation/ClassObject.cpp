@@ -8,6 +8,7 @@
 #include <string>
 #include <string_view>
 
+#include "platform/automation/Ascii.h"
 #include "platform/automation/ClassFiles.h"
 #include "platform/automation/ClassLibraries.h"
 #include "platform/automation/ComPtr.h"
@@ -26,14 +27,6 @@ HRESULT Guarded(Work&& work) noexcept {
   }
 }
 
-/// Identifiers are ASCII; any other character becomes a zero, which matches nothing.
-std::string ToAscii(std::u16string_view text) {
-  std::string ascii(text.size(), '\0');
-  std::transform(text.begin(), text.end(), ascii.begin(),
-                 [](OLECHAR c) { return c < 0x80 ? static_cast<char>(c) : '\0'; });
-  return ascii;
-}
-
 HRESULT ClassFromProgId(const std::string& progId, CLSID& clsid) {
   if (progId.empty()) return CO_E_CLASSSTRING;
   const auto found = orxdb::FindClass([&](const orxdb::ClassFile& file) {
@@ -50,7 +43,7 @@ HRESULT ClassFromProgId(const std::string& progId, CLSID& clsid) {
 HRESULT CLSIDFromProgID(const OLECHAR* progId, CLSID* clsid) {
   if (!progId || !clsid) return E_INVALIDARG;
   *clsid = CLSID_NULL;
-  return Guarded([&] { return ClassFromProgId(ToAscii(progId), *clsid); });
+  return Guarded([&] { return ClassFromProgId(orxdb::ToAscii(progId), *clsid); });
 }
 
 HRESULT ProgIDFromCLSID(REFCLSID clsid, LPOLESTR* progId) {
@@ -76,7 +69,7 @@ HRESULT CLSIDFromString(const OLECHAR* text, CLSID* clsid) {
   *clsid = CLSID_NULL;
   if (!text) return S_OK;
   return Guarded([&] {
-    const std::string ascii = ToAscii(text);
+    const std::string ascii = orxdb::ToAscii(text);
     if (const auto parsed = orxdb::ParseGuid(ascii)) {
       *clsid = *parsed;
       return S_OK;
@@ -90,7 +83,7 @@ HRESULT IIDFromString(const OLECHAR* text, IID* iid) {
   *iid = IID_NULL;
   if (!text) return S_OK;
   return Guarded([&] {
-    const auto parsed = orxdb::ParseGuid(ToAscii(text));
+    const auto parsed = orxdb::ParseGuid(orxdb::ToAscii(text));
     if (!parsed) return CO_E_IIDSTRING;
     *iid = *parsed;
     return S_OK;

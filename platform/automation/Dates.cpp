@@ -5,6 +5,8 @@
 #include <chrono>
 #include <cmath>
 
+#include "platform/automation/Ascii.h"
+
 namespace {
 
 using std::chrono::sys_days;
@@ -166,11 +168,7 @@ std::size_t FormatDate(DATE date, DateText& text) noexcept {
 }
 
 bool ParseDate(std::string_view text, DATE& date) noexcept {
-  constexpr std::string_view kBlanks = " \t\r\n";
-  text.remove_prefix(std::min(text.find_first_not_of(kBlanks), text.size()));
-  text = text.substr(0, text.find_last_not_of(kBlanks) + 1);
-
-  Reader reader(text);
+  Reader reader(Trim(text, " \t\r\n"));
   LONG day = 0;
   double seconds = 0;
   Reader dayFirst = reader;

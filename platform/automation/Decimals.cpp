@@ -4,6 +4,8 @@
 #include <charconv>
 #include <cmath>
 
+#include "platform/automation/Ascii.h"
+
 namespace orxdb {
 namespace {
 
@@ -42,12 +44,6 @@ bool AppendZeros(UInt128& magnitude, int digits) {
 
 bool IsDigit(char c) {
   return c >= '0' && c <= '9';
-}
-
-std::string_view TrimBlanks(std::string_view text) {
-  constexpr std::string_view kBlanks = " \t\r\n\v\f";
-  text.remove_prefix(std::min(text.find_first_not_of(kBlanks), text.size()));
-  return text.substr(0, text.find_last_not_of(kBlanks) + 1);
 }
 
 bool TakeSign(std::string_view& text) {
@@ -158,7 +154,7 @@ bool DecimalToWhole(Decimal decimal, int scale, Int128& value) noexcept {
 
 bool ParseNumber(std::string_view text, NumberText& number) noexcept {
   number = {};
-  text = TrimBlanks(text);
+  text = Trim(text, " \t\r\n\v\f");
   if (text.starts_with('&')) return ParseRadix(text.substr(1), number.exact);
 
   number.exact.negative = TakeSign(text);
@@ -215,8 +211,7 @@ std::string_view FormatReal(double value, int digits, NumberBuffer& buffer) noex
   if (value == 0) value = 0;  // minus zero as well
   const auto [end, error] = std::to_chars(buffer.data(), buffer.data() + buffer.size(), value,
                                           std::chars_format::general, digits);
-  std::transform(buffer.data(), end, buffer.data(),
-                 [](char c) { return c >= 'a' && c <= 'z' ? static_cast<char>(c - 32) : c; });
+  std::transform(buffer.data(), end, buffer.data(), UpperAscii);
   return {buffer.data(), static_cast<std::size_t>(end - buffer.data())};
 }
 

@@ -8,6 +8,7 @@
 #include <string_view>
 #include <variant>
 
+#include "platform/automation/Ascii.h"
 #include "platform/automation/Bstr.h"
 #include "platform/automation/ComPtr.h"
 #include "platform/automation/Decimals.h"
@@ -40,15 +41,6 @@ Overload(Cases...) -> Overload<Cases...>;
 
 // ---- Reading ------------------------------------------------------------------------------
 
-/// Text as ASCII for reading numbers; characters outside become one that no number has.
-std::string ToAscii(BSTR string) {
-  const std::u16string_view wide = View(string);
-  std::string text(wide.size(), '\0');
-  std::transform(wide.begin(), wide.end(), text.begin(),
-                 [](OLECHAR c) { return c < 0x80 ? static_cast<char>(c) : '\0'; });
-  return text;
-}
-
 constexpr bool IsReal(VARTYPE type) {
   return type == VT_R4 || type == VT_R8 || type == VT_DATE || type == VT_BOOL;
 }
@@ -58,7 +50,7 @@ constexpr bool IsUnsigned(VARTYPE type) {
 }
 
 HRESULT ReadText(BSTR string, VARTYPE target, Number& number) {
-  const std::string ascii = ToAscii(string);
+  const std::string ascii = ToAscii(View(string));
   NumberText text;
   if (!ParseNumber(ascii, text)) return DISP_E_TYPEMISMATCH;
   if (!IsReal(target)) {
@@ -276,27 +268,16 @@ HRESULT StoreText(const VARIANT& source, USHORT flags, VARIANT& target) {
   return S_OK;
 }
 
-bool EqualsWord(std::u16string_view text, std::u16string_view word) {
-  const auto lower = [](OLECHAR c) {
-    return c >= u'A' && c <= u'Z' ? static_cast<OLECHAR>(c + 32) : c;
-  };
-  return std::equal(text.begin(), text.end(), word.begin(), word.end(),
-                    [&](OLECHAR a, OLECHAR b) { return lower(a) == lower(b); });
-}
-
 /// Flag words and dates in text; S_FALSE when the text must be read as a number.
 HRESULT StoreWords(BSTR string, VARTYPE type, VARIANT& target) {
   if (type == VT_DATE) {
-    return ParseDate(ToAscii(string), target.date) ? S_OK : DISP_E_TYPEMISMATCH;
+    return ParseDate(ToAscii(View(string)), target.date) ? S_OK : DISP_E_TYPEMISMATCH;
   }
   if (type != VT_BOOL) return S_FALSE;
-  constexpr std::u16string_view kBlanks = u" \t\r\n";
-  std::u16string_view text = View(string);
-  text.remove_prefix(std::min(text.find_first_not_of(kBlanks), text.size()));
-  text = text.substr(0, text.find_last_not_of(kBlanks) + 1);
+  const std::u16string_view text = Trim(View(string), u" \t\r\n");
   for (const bool value : {false, true}) {
-    if (EqualsWord(text, value ? u"true" : u"false") ||
-        EqualsWord(text, value ? u"#true#" : u"#false#")) {
+    if (EqualNoCase(text, value ? u"true" : u"false") ||
+        EqualNoCase(text, value ? u"#true#" : u"#false#")) {
       target.boolVal = value ? VARIANT_TRUE : VARIANT_FALSE;
       return S_OK;
     }
