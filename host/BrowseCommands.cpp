@@ -1,12 +1,10 @@
 // types, list, count: looking at the tools.
 #include <CLI/CLI.hpp>
-#include <algorithm>
 #include <cstdint>
 #include <limits>
 #include <memory>
 
-#include "host/Commands.h"
-#include "host/ToolDatabase.h"
+#include "host/CommonArguments.h"
 
 namespace orxdb {
 namespace {
@@ -31,13 +29,13 @@ void ShowTypes(const Settings& settings) {
 }
 
 /// Positions of the properties to show.
-std::vector<std::size_t> Chosen(ToolDatabase& database, const ListOptions& options,
+std::vector<std::size_t> Chosen(ToolDatabase& database, const std::string& table,
+                                const ListOptions& options,
                                 const std::vector<Property>& properties) {
   std::vector<std::size_t> positions;
   for (const std::string& column : options.columns) {
-    const auto found = std::ranges::find(properties, column, &Property::name);
-    if (found == properties.end()) throw NoSuchProperty(options.table, column, properties);
-    positions.push_back(static_cast<std::size_t>(found - properties.begin()));
+    const Property& property = PropertyNamed(table, column, properties);
+    positions.push_back(static_cast<std::size_t>(&property - properties.data()));
   }
   if (options.columns.empty()) {
     for (std::size_t i = 0; i < properties.size(); ++i) {
@@ -47,13 +45,12 @@ std::vector<std::size_t> Chosen(ToolDatabase& database, const ListOptions& optio
   return positions;
 }
 
-void List(const Settings& settings, ListOptions options) {
-  ToolDatabase database(settings.database);
-  options.table = database.TableNamed(options.table);
-  const std::vector<Property> properties = database.Properties(options.table);
-  const std::vector<std::size_t> positions = Chosen(database, options, properties);
-  database.Select(options.table, options.where, options.order);
-  ToolWalk walk(database, options.table, options.where);
+void List(const Settings& settings, const ListOptions& options) {
+  auto [database, table] = OpenTable(settings, options.table);
+  const std::vector<Property> properties = database.Properties(table);
+  const std::vector<std::size_t> positions = Chosen(database, table, options, properties);
+  database.Select(table, options.where, options.order);
+  ToolWalk walk(database, table, options.where);
   if (!walk) Tell("No tool is selected.");
 
   std::vector<std::string> header;
@@ -69,8 +66,7 @@ void List(const Settings& settings, ListOptions options) {
 }
 
 void Count(const Settings& settings, const std::string& name, const std::string& where) {
-  ToolDatabase database(settings.database);
-  const std::string table = database.TableNamed(name);
+  auto [database, table] = OpenTable(settings, name);
   long long count = 0;
   if (where.empty()) {
     count = database.Count(table);
@@ -87,12 +83,6 @@ void AddFilter(CLI::App& verb, std::string& where) {
 }
 
 }  // namespace
-
-void AddTable(CLI::App& verb, std::string& table) {
-  verb.add_option("TABLE", table, "Tool table, as `orxdb types` names it")
-      ->required()
-      ->type_name("");
-}
 
 void AddBrowseCommands(CLI::App& app, const Settings& settings) {
   CLI::App* types = app.add_subcommand("types", "List the kinds of tools");

@@ -1,6 +1,7 @@
 // Values as the host shows them.
 #pragma once
 
+#include <algorithm>
 #include <string>
 #include <string_view>
 
@@ -9,7 +10,7 @@
 namespace orxdb {
 
 /// One value to show. Null has no text, numbers are plain with a full stop, flags are "true" or
-/// "false", dates "YYYY-MM-DD HH:MM:SS", bytes hexadecimal digits.
+/// "false", dates "YYYY-MM-DD HH:MM:SS" without a time of midnight, bytes hexadecimal digits.
 struct Cell {
   enum class Kind { Null, Text, Number, Flag };
 
@@ -27,5 +28,14 @@ struct Cell {
 
 /// Whether two names differ at most in the case of the letters A to Z.
 bool EqualIgnoringCase(std::string_view left, std::string_view right);
+
+/// The element with the name that a person wrote: written the same, or else in another case.
+template <typename Range, typename Projection>
+auto FindNamed(Range& range, std::string_view name, Projection projection) {
+  const auto same = std::ranges::find(range, name, projection);
+  if (same != range.end()) return same;
+  return std::ranges::find_if(
+      range, [name](std::string_view other) { return EqualIgnoringCase(other, name); }, projection);
+}
 
 }  // namespace orxdb

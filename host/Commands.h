@@ -7,7 +7,6 @@
 
 namespace CLI {
 class App;
-class Option;
 }  // namespace CLI
 
 namespace orxdb {
@@ -27,11 +26,5 @@ void AddEditCommands(CLI::App& app, const Settings& settings);
 void AddExchangeCommands(CLI::App& app, const Settings& settings);
 void AddLookupCommands(CLI::App& app, const Settings& settings);
 void AddMachiningCommands(CLI::App& app, const Settings& settings);
-
-/// The argument TABLE that most verbs have.
-void AddTable(CLI::App& verb, std::string& table);
-/// An argument or option that takes a finite number with a full stop.
-CLI::Option* AddNumber(CLI::App& verb, const std::string& name, double& number,
-                       const std::string& description);
 
 }  // namespace orxdb

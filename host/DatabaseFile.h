@@ -2,6 +2,8 @@
 #pragma once
 
 #include <filesystem>
+#include <memory>
+#include <sqlite3.h>
 #include <string>
 
 namespace orxdb {
@@ -11,6 +13,12 @@ std::filesystem::path ProgramFolder();
 
 /// The file that hosts open when they name none: CAM/TOOLS/tools.mdb beside the program's folder.
 std::filesystem::path DefaultDatabase();
+
+struct CloseDatabase {
+  void operator()(sqlite3* database) const { sqlite3_close(database); }
+};
+/// A database that the host opens without the component.
+using BareDatabase = std::unique_ptr<sqlite3, CloseDatabase>;
 
 /// A sentence on why the component found no tools in the file.
 std::string WhyUnusable(const std::filesystem::path& file);

@@ -5,8 +5,7 @@
 #include <cstdio>
 #include <memory>
 
-#include "host/Commands.h"
-#include "host/ToolDatabase.h"
+#include "host/CommonArguments.h"
 #include "host/ToolInput.h"
 #include "platform/framework/Exception.h"
 #include "platform/framework/MessageBox.h"
@@ -165,8 +164,7 @@ class Adding {
 };
 
 void Add(const Settings& settings, const EditOptions& options) {
-  ToolDatabase database(settings.database);
-  const std::string table = database.TableNamed(options.table);
+  auto [database, table] = OpenTable(settings, options.table);
   // All are read before the first is written.
   std::vector<Assignments> tools = ReadTools(database, table, options.words);
   Adding adding(database, table);
@@ -182,8 +180,7 @@ void Add(const Settings& settings, const EditOptions& options) {
 }
 
 void Set(const Settings& settings, const EditOptions& options) {
-  ToolDatabase database(settings.database);
-  const std::string table = database.TableNamed(options.table);
+  auto [database, table] = OpenTable(settings, options.table);
   const LONG id = options.id;
   const std::vector<Assignments> tools = ReadTools(database, table, options.words);
   if (tools.size() != 1) throw HostError("The properties of one tool are wanted.");
@@ -208,8 +205,7 @@ void Set(const Settings& settings, const EditOptions& options) {
 }
 
 void Delete(const Settings& settings, const EditOptions& options) {
-  ToolDatabase database(settings.database);
-  const std::string table = database.TableNamed(options.table);
+  auto [database, table] = OpenTable(settings, options.table);
   const auto writer = MakeBareWriter(settings.format);
   writer->Header({"ID"});
   Complaints complaints;

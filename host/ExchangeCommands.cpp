@@ -6,7 +6,6 @@
 #include <cstring>
 #include <fstream>
 #include <memory>
-#include <sqlite3.h>
 
 #include "host/Commands.h"
 #include "host/DatabaseFile.h"
@@ -158,15 +157,10 @@ void Export(const Settings& settings, const ExchangeOptions& options) {
 
 // --- import
 
-struct CloseDatabase {
-  void operator()(sqlite3* database) const { sqlite3_close(database); }
-};
-using Database = std::unique_ptr<sqlite3, CloseDatabase>;
-
-Database OpenDatabase(const fs::path& path, int flags) {
+BareDatabase OpenDatabase(const fs::path& path, int flags) {
   sqlite3* opened = nullptr;
   const int result = sqlite3_open_v2(path.c_str(), &opened, flags, nullptr);
-  Database database(opened);
+  BareDatabase database(opened);
   if (result != SQLITE_OK) throw HostError(WhyUnusable(path));
   sqlite3_busy_timeout(opened, 5000);
   return database;
@@ -174,8 +168,8 @@ Database OpenDatabase(const fs::path& path, int flags) {
 
 /// Copies a database as it is at one moment, whoever uses it meanwhile.
 void CopyDatabase(const fs::path& source, const fs::path& target) {
-  const Database from = OpenDatabase(source, SQLITE_OPEN_READONLY);
-  const Database to = OpenDatabase(target, SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE);
+  const BareDatabase from = OpenDatabase(source, SQLITE_OPEN_READONLY);
+  const BareDatabase to = OpenDatabase(target, SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE);
   sqlite3_backup* backup = sqlite3_backup_init(to.get(), "main", from.get(), "main");
   // A database that is in use is told by the step alone.
   const int copied = backup ? sqlite3_backup_step(backup, -1) : sqlite3_errcode(to.get());

@@ -1,15 +1,11 @@
 // materials, values, heads, operation, picture: what goes with tools.
 #include <CLI/CLI.hpp>
-#include <algorithm>
 #include <cerrno>
-#include <charconv>
-#include <cmath>
 #include <fstream>
 #include <memory>
 
-#include "host/Commands.h"
+#include "host/CommonArguments.h"
 #include "host/NewFile.h"
-#include "host/ToolDatabase.h"
 #include "platform/framework/ExecutablePath.h"
 #include "platform/framework/Text.h"
 
@@ -86,12 +82,9 @@ bool WriteStandardDiameters(const Settings& settings, const ToolDatabase& databa
 }
 
 void ShowValues(const Settings& settings, ValuesOptions options) {
-  ToolDatabase database(settings.database);
-  options.table = database.TableNamed(options.table);
-  const std::vector<Property> properties = database.Properties(options.table);
-  if (std::ranges::find(properties, options.property, &Property::name) == properties.end()) {
-    throw NoSuchProperty(options.table, options.property, properties);
-  }
+  auto [database, table] = OpenTable(settings, options.table);
+  options.property = PropertyNamed(table, options.property, database.Properties(table)).name;
+  options.table = table;
   if (options.narrowed && (options.property != "TappingHead" ||
                            (options.table != "TAP" && options.table != "PIPE_TAP"))) {
     throw HostError("--tap-diameter is for the property TappingHead of TAP and PIPE_TAP.");
@@ -140,8 +133,7 @@ void ListHeads(const Settings& settings, const HeadsOptions& options) {
 }
 
 void ShowOperation(const Settings& settings, const std::string& name) {
-  const ToolDatabase database(settings.database);
-  const std::string table = database.TableNamed(name);
+  const auto [database, table] = OpenTable(settings, name);
   Bstr operation;
   if (FAILED(database.Component().GetPrimaryOpByTable(WidenToBstr(table).get(), operation.put()))) {
     throw Unreadable("primary operation of " + table);
@@ -149,10 +141,8 @@ void ShowOperation(const Settings& settings, const std::string& name) {
   if (SysStringLen(operation.get()) == 0) {
     throw HostError("The tools of " + table + " have no primary operation.");
   }
-  const auto writer = MakeBareWriter(settings.format);
-  writer->Header({"Table", "Operation"});
-  writer->Row({Cell::Text(table), Cell::Text(NarrowBstr(operation.get()))});
-  writer->End();
+  WriteRow(settings.format, {"Table", "Operation"},
+           {Cell::Text(table), Cell::Text(NarrowBstr(operation.get()))});
 }
 
 struct PictureOptions {
@@ -162,8 +152,7 @@ struct PictureOptions {
 };
 
 void SavePicture(const Settings& settings, const PictureOptions& options) {
-  const ToolDatabase database(settings.database);
-  const std::string table = database.TableNamed(options.table);
+  const auto [database, table] = OpenTable(settings, options.table);
   Variant picture;
   if (FAILED(database.Component().GetToolSubtypePreview(WidenToBstr(table).get(), picture.put()))) {
     throw Unreadable("picture of " + table);
@@ -187,18 +176,6 @@ void SavePicture(const Settings& settings, const PictureOptions& options) {
 }
 
 }  // namespace
-
-CLI::Option* AddNumber(CLI::App& verb, const std::string& name, double& number,
-                       const std::string& description) {
-  const auto read = [&number, name](const std::string& text) {
-    const char* end = text.data() + text.size();
-    const auto [stop, error] = std::from_chars(text.data(), end, number);
-    if (error != std::errc() || stop != end || !std::isfinite(number)) {
-      throw CLI::ValidationError(name, Cited(text) + " is no number");
-    }
-  };
-  return verb.add_option_function<std::string>(name, read, description)->type_name("");
-}
 
 void AddLookupCommands(CLI::App& app, const Settings& settings) {
   CLI::App* materials = app.add_subcommand("materials", "List the stock materials, or show one");

@@ -6,8 +6,7 @@
 #include <cmath>
 #include <memory>
 
-#include "host/Commands.h"
-#include "host/ToolDatabase.h"
+#include "host/CommonArguments.h"
 #include "interface/KnownNames.h"
 #include "platform/framework/Text.h"
 

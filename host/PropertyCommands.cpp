@@ -4,9 +4,8 @@
 #include <charconv>
 #include <memory>
 
-#include "host/Commands.h"
+#include "host/CommonArguments.h"
 #include "host/PropertyText.h"
-#include "host/ToolDatabase.h"
 #include "host/ToolInput.h"
 #include "interface/KnownNames.h"
 #include "platform/framework/Text.h"
@@ -41,8 +40,7 @@ void Show(const Settings& settings, const ShowOptions& options) {
 }
 
 void Defaults(const Settings& settings, const ShowOptions& options) {
-  ToolDatabase database(settings.database);
-  const std::string table = database.TableNamed(options.table);
+  auto [database, table] = OpenTable(settings, options.table);
   const Bstr wideTable = WidenToBstr(table);
   VARIANT_BOOL unique = VARIANT_TRUE;
   database.Component().IsToolNameUnique(wideTable.get(), Bstr(kTemporaryToolName).get(), &unique);
@@ -59,10 +57,11 @@ void Defaults(const Settings& settings, const ShowOptions& options) {
     throw HostError("The database does not tell the values of a new tool in " + table +
                     ": it must be possible to add one.");
   }
-  WriteTool(settings.format, tool, [&](const std::string& name) {
+  const auto isShown = [&database = database, &table = table, &options](const std::string& name) {
     return name != "Name" && !ToolDatabase::IsKey(table, name) &&
            (options.all || !database.IsHidden(name));
-  });
+  };
+  WriteTool(settings.format, tool, isShown);
 }
 
 struct NameOptions {
@@ -83,8 +82,7 @@ std::string CheckNameWord(const std::string& word) {
 }
 
 void Name(const Settings& settings, const NameOptions& options) {
-  ToolDatabase database(settings.database);
-  const std::string table = database.TableNamed(options.table);
+  auto [database, table] = OpenTable(settings, options.table);
   const auto writer = MakeBareWriter(settings.format);
   const auto write = [&](const std::string& name) { writer->Row({Cell::Text(name)}); };
   writer->Header({"Name"});
@@ -105,8 +103,7 @@ void Name(const Settings& settings, const NameOptions& options) {
 }
 
 void ListFields(const Settings& settings, const std::string& name) {
-  ToolDatabase database(settings.database);
-  const std::string table = database.TableNamed(name);
+  auto [database, table] = OpenTable(settings, name);
   const std::vector<std::string> searched = database.SearchParams(table);
   const auto flag = [](bool value) { return Cell{Cell::Kind::Flag, value ? "true" : "false"}; };
   const auto writer = MakeRowWriter(settings.format);

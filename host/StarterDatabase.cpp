@@ -1,20 +1,14 @@
 #include "host/StarterDatabase.h"
 
 #include <algorithm>
-#include <memory>
-#include <sqlite3.h>
 #include <string>
 
+#include "host/DatabaseFile.h"
 #include "host/HostError.h"
 #include "host/NewFile.h"
 
 namespace orxdb {
 namespace {
-
-struct Closer {
-  void operator()(sqlite3* handle) const { sqlite3_close(handle); }
-};
-using Handle = std::unique_ptr<sqlite3, Closer>;
 
 void Run(sqlite3* handle, const std::string& sql, std::string_view what) {
   if (sqlite3_exec(handle, sql.c_str(), nullptr, nullptr, nullptr) != SQLITE_OK) {
@@ -41,7 +35,7 @@ void Picture(sqlite3_context* context, int, sqlite3_value** arguments) {
 void Build(const std::filesystem::path& file) {
   sqlite3* opened = nullptr;
   const int status = sqlite3_open(file.c_str(), &opened);
-  const Handle handle(opened);
+  const BareDatabase database(opened);
   if (status != SQLITE_OK) {
     throw HostError(file.string() + " cannot be created: " + sqlite3_errmsg(opened) + '.');
   }

@@ -81,12 +81,14 @@ std::vector<Cell> CellsOf(const Variant& array) {
   return cells;
 }
 
-HostError NoSuchProperty(const std::string& table, const std::string& name,
-                         const std::vector<Property>& properties) {
+const Property& PropertyNamed(const std::string& table, const std::string& name,
+                              const std::vector<Property>& properties) {
+  const auto found = FindNamed(properties, name, &Property::name);
+  if (found != properties.end()) return *found;
   std::string known;
   for (const Property& property : properties) known += (known.empty() ? "" : ", ") + property.name;
-  return HostError("The tools of " + table + " have no property " + Cited(name) +
-                   ". They have: " + known + '.');
+  throw HostError("The tools of " + table + " have no property " + Cited(name) +
+                  ". They have: " + known + '.');
 }
 
 std::vector<std::string> ToolProperties::Names() const {
@@ -117,12 +119,8 @@ ToolDatabase::ToolDatabase(const std::string& file) : m_component(CreateComponen
 }
 
 std::string ToolDatabase::TableNamed(const std::string& name) const {
-  const ToolType* match = nullptr;
-  for (const ToolType& type : m_types) {
-    if (type.table == name) return name;
-    if (EqualIgnoringCase(type.table, name)) match = &type;
-  }
-  if (!match) {
+  const auto match = FindNamed(m_types, name, &ToolType::table);
+  if (match == m_types.end()) {
     throw HostError("There is no tool table " + Cited(name) + ". `orxdb types` lists them.");
   }
   return match->table;

@@ -29,9 +29,10 @@ struct Property {
   VARTYPE type = VT_NULL;  ///< VT_NULL for a type of the database that the component does not know
 };
 
-/// The message for a property that a table's tools do not have; names those that they have.
-HostError NoSuchProperty(const std::string& table, const std::string& name,
-                         const std::vector<Property>& properties);
+/// The property that a person names, in any case. Throws HostError, which names those that the
+/// table's tools have, when there is none.
+const Property& PropertyNamed(const std::string& table, const std::string& name,
+                              const std::vector<Property>& properties);
 
 /// The values of an array of variants; none for any other value.
 std::vector<Cell> CellsOf(const Variant& array);

@@ -83,22 +83,12 @@ class ToolReader {
   Assignments Read(const Description& description) {
     Assignments tool;
     for (const Given& given : description) {
-      const Property& property = PropertyNamed(given.name);
+      const Property& property = PropertyNamed(m_table, given.name, m_properties);
       if (Contains(tool, property.name)) throw HostError(property.name + " is given twice.");
       tool.push_back(given.text ? Read(property, *given.text)
                                 : Assignment{property.name, Variant::Null(), {}});
     }
     return tool;
-  }
-
-  const Property& PropertyNamed(const std::string& name) const {
-    auto found = std::ranges::find(m_properties, name, &Property::name);
-    if (found == m_properties.end()) {
-      found = std::ranges::find_if(
-          m_properties, [&](const Property& p) { return EqualIgnoringCase(p.name, name); });
-    }
-    if (found == m_properties.end()) throw NoSuchProperty(m_table, name, m_properties);
-    return *found;
   }
 
   Assignment Read(const Property& property, const std::string& text) {
@@ -118,11 +108,7 @@ class ToolReader {
 
   static Assignment Choose(const Property& property, const std::string& text,
                            const std::vector<Cell>& choices) {
-    auto choice = std::ranges::find(choices, text, &Cell::text);
-    if (choice == choices.end()) {
-      choice = std::ranges::find_if(
-          choices, [&](const Cell& cell) { return EqualIgnoringCase(cell.text, text); });
-    }
+    const auto choice = FindNamed(choices, text, &Cell::text);
     if (choice == choices.end()) {
       // The component's own word for a tap without a head.
       if (property.name == "TappingHead" && text == "Absent") {

@@ -56,7 +56,7 @@ class Browse(Orxdb):
     def test_formats_carry_every_text(self):
         names = ['a,b', 'say "hi"', 'tab\there', 'line\r\nend', 'back\\slash', '刀具 Ø6', '', ' x ']
         self.heads((name, 0.1, None) for name in names)
-        verb = ("list", "TAPPING_HEAD", "--columns", "Name,Max_Diameter,Min_Diameter")
+        verb = ("list", "TAPPING_HEAD", "--columns", "NAME,max_diameter,Min_Diameter")
         header = ["Name", "Max_Diameter", "Min_Diameter"]
         self.assertEqual(self.json(*verb), [dict(zip(header, (name, 0.1, None))) for name in names])
 

@@ -94,7 +94,7 @@ class Lookup(Orxdb):
 
     def test_values(self):
         listed = [row[0] for row in self.rows("SELECT Name FROM COATING ORDER BY Name COLLATE NOCASE")]
-        self.assertEqual([row["Value"] for row in self.json("values", "tap", "Coating")], listed)
+        self.assertEqual([row["Value"] for row in self.json("values", "tap", "coating")], listed)
         fitting = ("SELECT Name FROM TAPPING_HEAD WHERE {0:f} BETWEEN AUX_Metric_Min_Diameter AND "
                    "AUX_Metric_Max_Diameter ORDER BY Name COLLATE NOCASE")
         for diameter in (1, 6, 12.7):
