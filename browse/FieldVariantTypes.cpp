@@ -58,16 +58,13 @@ HRESULT GetFieldVariantType(CToolDbData& data, const std::string& table, const s
 }
 
 Variant FieldVariantTypes(const CDaoRecordset& tools, BSTR table, IOrxDbObj& own) {
-  SafeArray array = NewResultVector(VT_I2, static_cast<std::size_t>(tools.GetFieldCount()));
-  {
-    const ArrayAccess<USHORT> types(array.get());
-    CDaoFieldInfo info;
-    for (std::size_t i = 0; i < types.size(); ++i) {
-      tools.GetFieldInfo(static_cast<int>(i), info);
-      own.GetFieldType(table, WidenToBstr(info.m_strName).get(), &types[i]);
-    }
-  }
-  return Variant::FromArray(VT_I2, std::move(array));
+  CDaoFieldInfo info;
+  return MakeVector(VT_I2, static_cast<std::size_t>(tools.GetFieldCount()), [&](std::size_t i) {
+    tools.GetFieldInfo(static_cast<int>(i), info);
+    USHORT type = VT_EMPTY;
+    own.GetFieldType(table, WidenToBstr(info.m_strName).get(), &type);
+    return type;
+  });
 }
 
 }  // namespace orxdb

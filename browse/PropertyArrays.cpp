@@ -16,15 +16,9 @@ SafeArray NewResultVector(VARTYPE elementType, std::size_t count) {
 }
 
 Variant FieldNames(const CDaoRecordset& records) {
-  const int count = records.GetFieldCount();
-  SafeArray array = NewResultVector(VT_BSTR, static_cast<std::size_t>(count));
-  {
-    const ArrayAccess<BSTR> names(array.get());
-    for (int i = 0; i < count; ++i) {
-      names[static_cast<std::size_t>(i)] = WidenToBstr(records.GetFieldName(i)).detach();
-    }
-  }
-  return Variant::FromArray(VT_BSTR, std::move(array));
+  return MakeVector(VT_BSTR, static_cast<std::size_t>(records.GetFieldCount()), [&](std::size_t i) {
+    return WidenToBstr(records.GetFieldName(static_cast<int>(i))).detach();
+  });
 }
 
 Variant FieldValues(const CDaoRecordset& records) {

@@ -8,15 +8,11 @@ namespace orxdb {
 namespace {
 
 Variant OneString(const OLECHAR* text) {
-  SafeArray array = NewResultVector(VT_BSTR, 1);
-  ArrayAccess<BSTR>(array.get())[0] = Bstr(text).detach();
-  return Variant::FromArray(VT_BSTR, std::move(array));
+  return MakeVector(VT_BSTR, 1, [&](std::size_t) { return Bstr(text).detach(); });
 }
 
 Variant OneValue(std::u16string_view text) {
-  SafeArray array = NewResultVector(VT_VARIANT, 1);
-  ArrayAccess<VARIANT>(array.get())[0] = Variant::FromText(text).detach();
-  return Variant::FromArray(VT_VARIANT, std::move(array));
+  return MakeVector(VT_VARIANT, 1, [&](std::size_t) { return Variant::FromText(text).detach(); });
 }
 
 /// Adds the temporary tool; -1 when it got no identifier.
@@ -42,17 +38,12 @@ PropertyArrays FindToolProperties(const CToolTableInfo& table, LONG id) {
 Variant SearchParamNames(const CToolTableInfo& table) {
   const std::size_t count = table.m_searchParamNames.size();
   if (count == 0) return {};
-  SafeArray array = NewResultVector(VT_BSTR, count);
-  {
-    const ArrayAccess<BSTR> names(array.get());
-    CDaoFieldInfo unused;
-    for (std::size_t i = 0; i < count; ++i) {
-      // Hosts count on a failure when the table cannot be read.
-      table.ToolSet().GetFieldInfo(static_cast<int>(i), unused);
-      names[i] = WidenToBstr(table.m_searchParamNames[i]).detach();
-    }
-  }
-  return Variant::FromArray(VT_BSTR, std::move(array));
+  CDaoFieldInfo unused;
+  return MakeVector(VT_BSTR, count, [&](std::size_t i) {
+    // Hosts count on a failure when the table cannot be read.
+    table.ToolSet().GetFieldInfo(static_cast<int>(i), unused);
+    return WidenToBstr(table.m_searchParamNames[i]).detach();
+  });
 }
 
 void ReadDefaultProperties(CDaoRecordset& tools, BSTR table, VARIANT* names, VARIANT* values,

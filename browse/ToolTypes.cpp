@@ -1,8 +1,7 @@
 #include "browse/ToolTypes.h"
 
-#include <algorithm>
+#include <array>
 #include <span>
-#include <utility>
 
 #include "browse/PropertyArrays.h"
 #include "database/ToolTypeColumns.h"
@@ -13,17 +12,10 @@ namespace {
 
 /// An array of `count` triples, filled with as many types as fit.
 Variant TypeTriples(std::span<const CToolType> types, std::size_t count) {
-  SafeArray array = NewResultVector(VT_BSTR, 3 * count);
-  {
-    const ArrayAccess<BSTR> strings(array.get());
-    auto string = strings.begin();
-    for (const CToolType& type : types.first(std::min(count, types.size()))) {
-      for (const std::string* text : {&type.type, &type.subtype, &type.tableName}) {
-        *string++ = WidenToBstr(*text).detach();
-      }
-    }
-  }
-  return Variant::FromArray(VT_BSTR, std::move(array));
+  constexpr std::array kParts = {&CToolType::type, &CToolType::subtype, &CToolType::tableName};
+  return MakeVector(VT_BSTR, 3 * count, [&](std::size_t i) -> BSTR {
+    return i / 3 < types.size() ? WidenToBstr(types[i / 3].*kParts[i % 3]).detach() : nullptr;
+  });
 }
 
 }  // namespace

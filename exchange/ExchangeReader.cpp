@@ -102,10 +102,8 @@ void ToolRecordExchange::ImportRecords(CToolDbData& data, IOrxDbObj& own, TextFi
   std::vector<std::string> fields;
   if (ReadFieldLine(file, fields) == 0) return;
   const std::vector<Column> columns = DescribeColumns(data, own, fields);
-  SafeArray nameArray = NewResultVector(VT_BSTR, columns.size());
-  std::ranges::transform(columns, ArrayAccess<BSTR>(nameArray.get()).begin(),
-                         [](const Column& column) { return WidenToBstr(column.name).detach(); });
-  Variant names = Variant::FromArray(VT_BSTR, std::move(nameArray));
+  Variant names = MakeVector(VT_BSTR, columns.size(),
+                             [&](std::size_t i) { return WidenToBstr(columns[i].name).detach(); });
   m_line.clear();  // no tool is made of the names when no line follows them
   while (!file.AtEnd()) {
     if (ReadLine(file) && SplitFields(m_line, fields) == columns.size()) {
@@ -128,15 +126,12 @@ void ToolRecordExchange::ImportRecord(CToolDbData& data, IOrxDbObj& own,
   const CToolTableInfo& table = data.ToolTables()[m_header.m_strTableName];
   if (!table.m_pToolSet || table.m_pToolSet->FindFirst(duplicates)) return;
 
-  SafeArray valueArray = NewResultVector(VT_VARIANT, columns.size());
-  {
-    const ArrayAccess<VARIANT> elements(valueArray.get());
-    for (std::size_t i = 0; i < columns.size(); ++i) {
-      // Text comes back with a failing status; a value of an unknown type stays empty.
-      ParseVariantText(values[i].c_str(), columns[i].type, elements[i]);
-    }
-  }
-  Variant tool = Variant::FromArray(VT_VARIANT, std::move(valueArray));
+  Variant tool = MakeVector(VT_VARIANT, columns.size(), [&](std::size_t i) {
+    Variant value;
+    // Text comes back with a failing status; a value of an unknown type stays empty.
+    ParseVariantText(values[i].c_str(), columns[i].type, *value.ptr());
+    return value.detach();
+  });
   LONG id = -1;
   own.AddNewRecord(WidenToBstr(m_header.m_strTableName).get(), names, tool.ptr(), &id);
 }

@@ -1,6 +1,5 @@
 #include "lookups/PermissibleValues.h"
 
-#include <algorithm>
 #include <vector>
 
 #include "database/ToolRules.h"
@@ -12,12 +11,7 @@ namespace orxdb {
 namespace {
 
 Variant ToArray(std::vector<Variant> values) {
-  SafeArray array = NewResultVector(VT_VARIANT, values.size());
-  {
-    const ArrayAccess<VARIANT> elements(array.get());
-    std::ranges::transform(values, elements.begin(), [](Variant& value) { return value.detach(); });
-  }
-  return Variant::FromArray(VT_VARIANT, std::move(array));
+  return MakeVector(VT_VARIANT, values.size(), [&](std::size_t i) { return values[i].detach(); });
 }
 
 Variant WideFieldValue(const CDaoRecordset& records, const std::string& field) {

@@ -1,6 +1,5 @@
 #include "lookups/TappingHeads.h"
 
-#include <algorithm>
 #include <vector>
 
 #include "platform/framework/Text.h"
@@ -40,13 +39,9 @@ TappingHeads HeadsForTap(double metricDiameter, IOrxDbObj& own) {
   }
   if (ids.empty()) return {};
 
-  SafeArray nameArray = NewResultVector(VT_BSTR, names.size());
-  SafeArray idArray = NewResultVector(VT_I4, ids.size());
-  std::ranges::transform(names, ArrayAccess<BSTR>(nameArray.get()).begin(),
-                         [](Bstr& name) { return name.detach(); });
-  std::ranges::copy(ids, ArrayAccess<LONG>(idArray.get()).begin());
-  return {.names = Variant::FromArray(VT_BSTR, std::move(nameArray)),
-          .ids = Variant::FromArray(VT_I4, std::move(idArray))};
+  return {
+      .names = MakeVector(VT_BSTR, names.size(), [&](std::size_t i) { return names[i].detach(); }),
+      .ids = MakeVector(VT_I4, ids.size(), [&](std::size_t i) { return ids[i]; })};
 }
 
 }  // namespace orxdb
