@@ -22,7 +22,7 @@ void ShowTypes(const Settings& settings) {
   const ToolDatabase database(settings.database);
   const auto writer = MakeRowWriter(settings.format);
   writer->Header({"Type", "Subtype", "Table"});
-  for (const ToolType& type : database.Types()) {
+  for (const ToolKind& type : database.Types()) {
     writer->Row({Cell::Text(type.type), Cell::Text(type.subtype), Cell::Text(type.table)});
   }
   writer->End();

@@ -148,7 +148,7 @@ void Export(const Settings& settings, const ExchangeOptions& options) {
     fs::create_directories(folder, error);
     if (error) throw HostError(folder.string() + " is no folder: " + error.message() + '.');
     begin();
-    for (const ToolType& type : database.Types()) {
+    for (const ToolKind& type : database.Types()) {
       ExportTable(database, type.table, folder / (type.table + ".txt"), *writer);
     }
   }
@@ -216,7 +216,7 @@ void ImportInto(const std::string& databaseFile, const Settings& settings,
   ToolDatabase database(databaseFile);
   const std::string& table = file.Table();
   if (std::ranges::none_of(database.Types(),
-                           [&table](const ToolType& type) { return type.table == table; })) {
+                           [&table](const ToolKind& type) { return type.table == table; })) {
     throw HostError(options.file + " is for the table " + Cited(table) +
                     ", which the database does not have.");
   }

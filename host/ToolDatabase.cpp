@@ -51,15 +51,12 @@ std::vector<std::string> Texts(const Variant& array) {
   return texts;
 }
 
-std::vector<ToolType> ReadTypes(IOrxDbObj& component) {
-  Variant array;
-  if (FAILED(component.GetToolTypes(array.put()))) return {};
-  const std::vector<std::string> texts = Texts(array);
-  std::vector<ToolType> types;
-  for (std::size_t i = 0; i + 2 < texts.size(); i += 3) {
-    types.push_back({texts[i], texts[i + 1], texts[i + 2]});
+std::vector<ToolKind> ReadTypes(IOrxDbObj& component) {
+  std::vector<ToolKind> kinds;
+  for (const ToolType& type : ToolTypes(component)) {
+    kinds.push_back({Narrow(type.type), Narrow(type.subtype), Narrow(type.table)});
   }
-  return types;
+  return kinds;
 }
 
 /// Names that follow from no property come with blanks behind them.
@@ -119,7 +116,7 @@ ToolDatabase::ToolDatabase(const std::string& file) : m_component(CreateComponen
 }
 
 std::string ToolDatabase::TableNamed(const std::string& name) const {
-  const auto match = FindNamed(m_types, name, &ToolType::table);
+  const auto match = FindNamed(m_types, name, &ToolKind::table);
   if (match == m_types.end()) {
     throw HostError("There is no tool table " + Cited(name) + ". `orxdb types` lists them.");
   }
@@ -216,9 +213,8 @@ bool ToolDatabase::IsKey(const std::string& table, const std::string& property) 
 }
 
 ToolWalk::ToolWalk(ToolDatabase& database, const std::string& table, const std::string& filter)
-    : m_database(database), m_table(WidenToBstr(table)) {
-  Variant names;
-  if (FAILED(m_database.Component().GetFirstTool(m_table.get(), names.put(), m_values.put()))) {
+    : m_table(table), m_tools(database.Component(), Widen(table)), m_tool(m_tools.begin()) {
+  if (FAILED(m_tools.status())) {
     throw HostError(filter.empty()
                         ? "The tools of " + table + " cannot be read."
                         : "The database does not accept the filter " + Cited(filter) + ".");
@@ -226,13 +222,12 @@ ToolWalk::ToolWalk(ToolDatabase& database, const std::string& table, const std::
 }
 
 void ToolWalk::Next() {
-  if (FAILED(m_database.Component().GetNextTool(m_table.get(), m_values.put()))) {
-    throw HostError("The walk over " + NarrowBstr(m_table.get()) + " could not go on.");
-  }
+  ++m_tool;
+  if (FAILED(m_tools.status())) throw HostError("The walk over " + m_table + " could not go on.");
 }
 
 std::vector<Cell> ToolWalk::Values(const std::vector<std::size_t>& positions) const {
-  const ArrayAccess<VARIANT> values(m_values.get().parray);
+  const ArrayAccess<VARIANT> values((*m_tool).values().get().parray);
   std::vector<Cell> cells;
   cells.reserve(positions.size());
   for (const std::size_t position : positions) {

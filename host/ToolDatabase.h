@@ -9,15 +9,12 @@
 
 #include "host/Cell.h"
 #include "host/HostError.h"
-#include "interface/IOrxDbObj.h"
-#include "platform/automation/ComPtr.h"
-#include "platform/automation/SafeArray.h"
-#include "platform/automation/Variant.h"
+#include "interface/ToolHost.h"
 
 namespace orxdb {
 
 /// One kind of tool.
-struct ToolType {
+struct ToolKind {
   std::string type;
   std::string subtype;
   std::string table;
@@ -59,7 +56,7 @@ class ToolDatabase {
 
   IOrxDbObj& Component() const noexcept { return *m_component; }
 
-  const std::vector<ToolType>& Types() const noexcept { return m_types; }
+  const std::vector<ToolKind>& Types() const noexcept { return m_types; }
   /// The table's exact name for a name in any case.
   std::string TableNamed(const std::string& name) const;
 
@@ -93,7 +90,7 @@ class ToolDatabase {
 
  private:
   ComPtr<IOrxDbObj> m_component;
-  std::vector<ToolType> m_types;
+  std::vector<ToolKind> m_types;
 };
 
 /// A walk over the tools that a table's filter selects:
@@ -103,18 +100,19 @@ class ToolWalk {
  public:
   /// Stands on the first tool, if there is one. `filter` is for the message when it is refused.
   ToolWalk(ToolDatabase& database, const std::string& table, const std::string& filter);
+  ToolWalk(ToolWalk&&) = delete;
 
   /// Whether there is a tool.
-  explicit operator bool() const noexcept { return !m_values.empty(); }
+  explicit operator bool() const noexcept { return m_tool != ToolRange::end(); }
   void Next();
 
   /// Values of the tool at positions of the table's properties.
   std::vector<Cell> Values(const std::vector<std::size_t>& positions) const;
 
  private:
-  ToolDatabase& m_database;
-  Bstr m_table;
-  Variant m_values;
+  std::string m_table;
+  ToolRange m_tools;
+  ToolRange::iterator m_tool;
 };
 
 }  // namespace orxdb

@@ -130,9 +130,11 @@ class LateBound {
   explicit LateBound(ComPtr<IDispatch> object) noexcept : m_object(std::move(object)) {}
   explicit operator bool() const noexcept { return static_cast<bool>(m_object); }
 
-  /// The status of the call; DISP_E_EXCEPTION when the method failed, which `error()` explains.
+  /// The status of the call; DISP_E_EXCEPTION when the method failed, which `error()` explains, and
+  /// E_POINTER when there is no object to call.
   template <typename... Arguments>
   HRESULT call(std::u16string_view method, Arguments&&... arguments) {
+    if (!m_object) return E_POINTER;
     std::u16string name(method);
     LPOLESTR names = name.data();
     DISPID id = DISPID_UNKNOWN;
