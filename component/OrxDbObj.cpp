@@ -14,9 +14,9 @@
 #include "platform/framework/Text.h"
 #include "resources/StringTable.h"
 
+using orxdb::ComponentString;
 using orxdb::ComPtr;
 using orxdb::Guard;
-using orxdb::LoadComponentString;
 using orxdb::ModuleStateSwitch;
 using orxdb::RunMethod;
 
@@ -54,8 +54,8 @@ HRESULT OrxDbObj::Create(IUnknown* outer, REFIID riid, void** ppvObject) {
 
 OrxDbObj::OrxDbObj(IUnknown* outer) : m_inner(*this), m_outer(outer ? outer : &m_inner) {
   const ModuleStateSwitch active(orxdb::ComponentModuleState());
-  LoadComponentString(m_strYes, orxdb::IDS_YES);
-  LoadComponentString(m_strNo, orxdb::IDS_NO);
+  m_strYes = ComponentString(orxdb::IDS_YES);
+  m_strNo = ComponentString(orxdb::IDS_NO);
   AbandonToolDbData();
   g_pToolDbData = std::make_unique<CToolDbData>().release();
 }

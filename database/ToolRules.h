@@ -21,4 +21,9 @@ constexpr bool IsTapOperationField(std::string_view field) {
   return std::find(kFields.begin(), kFields.end(), field) != kFields.end();
 }
 
+/// Whether a field of a tool table is neither written nor exported.
+constexpr bool IsUnwrittenField(std::string_view table, std::string_view field) {
+  return IsTapTable(table) && IsTapOperationField(field);
+}
+
 }  // namespace orxdb

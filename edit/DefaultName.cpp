@@ -11,12 +11,6 @@
 namespace orxdb {
 namespace {
 
-std::string Resource(unsigned id) {
-  std::string text;
-  LoadComponentString(text, id);
-  return text;
-}
-
 void DeleteLastCharacter(std::string& text) {
   std::u16string wide = Widen(text);
   if (wide.empty()) return;
@@ -77,10 +71,10 @@ class NameBuilder {
     const std::string text = TextOf(value);
     if (text.empty()) return;
     if (text == "in") {
-      name += Resource(IDS_INCH);
+      name += ComponentString(IDS_INCH);
     } else if (text == "mm") {
-      name += Resource(IsTapTable(m_table) ? IDS_METRIC_TAP : IDS_METRIC);
-    } else if (text == Resource(IDS_ABSENT)) {
+      name += ComponentString(IsTapTable(m_table) ? IDS_METRIC_TAP : IDS_METRIC);
+    } else if (text == ComponentString(IDS_ABSENT)) {
       DeleteLastCharacter(name);  // the separator before it
     } else {
       name += text;

@@ -47,10 +47,6 @@ class PropertyPairs {
   bool m_match = false;
 };
 
-bool IsSkippedField(const CToolTableInfo& table, std::string_view name) {
-  return IsTapTable(table.m_strTableName) && IsTapOperationField(name);
-}
-
 bool IsNoValue(const VARIANT& value) {
   return value.vt == VT_EMPTY || value.vt == VT_NULL;
 }
@@ -58,12 +54,6 @@ bool IsNoValue(const VARIANT& value) {
 /// The text of a value that has to be one; anything else reads as empty.
 BSTR TextOf(const VARIANT& value) {
   return value.vt == VT_BSTR ? value.bstrVal : nullptr;
-}
-
-std::string AbsentText() {
-  std::string text;
-  LoadComponentString(text, IDS_ABSENT);
-  return text;
 }
 
 bool IsLookupField(const CDaoFieldInfo& field, const CToolTableInfo& table) {
@@ -81,7 +71,7 @@ enum class LookupMiss {
 void ResolveLookup(CDaoDatabase& database, const CDaoFieldInfo& field, LookupMiss miss,
                    Variant& value) {
   const std::string text = NarrowBstr(TextOf(value.get()));
-  if (text == AbsentText()) return;
+  if (text == ComponentString(IDS_ABSENT)) return;
   CDaoRecordset sources(&database);
   sources.Open(dbOpenSnapshot, "SELECT * FROM " + field.m_strSourceTable + " WHERE [" +
                                    field.m_strSourceField + "] = '" + text + "'");
@@ -95,7 +85,8 @@ void ResolveLookup(CDaoDatabase& database, const CDaoFieldInfo& field, LookupMis
 void WriteField(CDaoRecordset& record, const std::string& name, Variant& value) {
   if (value.type() == VT_BSTR) {
     NarrowStringVariant(value.ptr());
-    if (name == "TappingHead" && Bytes(value.get().bstrVal) == AbsentText()) value.clear();
+    if (name == "TappingHead" && Bytes(value.get().bstrVal) == ComponentString(IDS_ABSENT))
+      value.clear();
   }
   try {
     if (IsNoValue(value.get())) {
@@ -132,7 +123,7 @@ HRESULT AddTool(CDaoDatabase& database, const CToolTableInfo& table, const VARIA
   CDaoFieldInfo field;
   for (std::size_t i = 0; i < pairs.size(); ++i) {
     const std::string name = pairs.Name(i);
-    if (IsSkippedField(table, name)) continue;
+    if (IsUnwrittenField(table.m_strTableName, name)) continue;
     if (name == "Name" && table.m_strTableName == kTappingHeadTable &&
         !IsHeadNameFree(table, pairs.Value(i), own)) {
       return E_FAIL;
@@ -164,7 +155,7 @@ HRESULT ChangeTool(CDaoDatabase& database, const CToolTableInfo& table, LONG id,
   CDaoFieldInfo field;
   for (std::size_t i = 0; i < pairs.size(); ++i) {
     const std::string name = pairs.Name(i);
-    if (IsSkippedField(table, name)) continue;
+    if (IsUnwrittenField(table.m_strTableName, name)) continue;
     Variant value = Variant::CopyOf(pairs.Value(i));
     tools.GetFieldInfo(name, field, AFX_DAO_ALL_INFO);
     if (IsLookupField(field, table) && !IsNoValue(value.get())) {

@@ -51,7 +51,7 @@ void ToolRecordExchange::WriteHeader(TextFile& file) const {
 bool ToolRecordExchange::IsFieldExported(std::string_view name) const {
   const bool skipped = std::ranges::any_of(
       m_skipFields, [name](std::string_view part) { return name.find(part) != name.npos; });
-  return !skipped && !(IsTapTable(m_header.m_strTableName) && IsTapOperationField(name));
+  return !skipped && !IsUnwrittenField(m_header.m_strTableName, name);
 }
 
 void ToolRecordExchange::WriteRecords(CDaoRecordset* records, TextFile& file) const {

@@ -2,6 +2,7 @@
 
 #include <vector>
 
+#include "database/ToolRules.h"
 #include "platform/framework/Text.h"
 #include "values/ValueText.h"
 
@@ -19,7 +20,7 @@ Variant Find(const Bstr& property, Variant& names, Variant& values, IOrxDbObj& o
 
 TappingHeads HeadsForTap(double metricDiameter, IOrxDbObj& own) {
   const std::string diameter = DoubleToString(metricDiameter, 6);
-  const Bstr table(u"TAPPING_HEAD");
+  const Bstr table = WidenToBstr(kTappingHeadTable);
   const Bstr nameField(u"Name");
   const Bstr idField(u"TAPPING_HEAD.ID");
   const Bstr filter = WidenToBstr("[AUX_Metric_Min_Diameter] <= " + diameter +

@@ -16,21 +16,20 @@ CModuleState& ComponentModuleState() {
   return state;
 }
 
-bool LoadComponentString(std::string& text, unsigned id) {
-  return LoadString(ComponentModuleState().CurrentResource(), id, text);
+std::string ComponentString(unsigned id) {
+  std::string text;
+  LoadString(ComponentModuleState().CurrentResource(), id, text);
+  return text;
 }
 
 int ShowComponentMessage(unsigned id, unsigned style) {
-  std::string text;
-  LoadComponentString(text, id);
-  return ShowMessageBox(text, ComponentModuleState().Title(), style);
+  return ShowMessageBox(ComponentString(id), ComponentModuleState().Title(), style);
 }
 
 void DropMessage(const CException& exception) {
   std::array<char, 256> message{};
   if (exception.GetErrorMessage(message.data(), message.size())) return;
-  std::string unknown;
-  LoadComponentString(unknown, IDS_UNKNOWN_ERROR);
+  ComponentString(IDS_UNKNOWN_ERROR);
 }
 
 }  // namespace orxdb

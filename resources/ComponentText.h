@@ -11,8 +11,8 @@ namespace orxdb {
 /// The component's module state: where its texts come from and the title of its message boxes.
 CModuleState& ComponentModuleState();
 
-/// Loads a text of the component. False, and `text` emptied, when there is none with this id.
-bool LoadComponentString(std::string& text, unsigned id);
+/// A text of the component, empty when there is none with this id.
+std::string ComponentString(unsigned id);
 
 /// Shows a text of the component and returns the button that closed the message.
 int ShowComponentMessage(unsigned id, unsigned style);
