@@ -11,7 +11,6 @@ namespace orxdb {
 /// Which exceptions a method turns into E_FAIL.
 enum class Guard {
   None,       ///< none: they leave the method, for hosts to see
-  Unnamed,    ///< all, without a look at their message
   Framework,  ///< all, fetching and dropping the message of the framework's own
 };
 
@@ -19,12 +18,6 @@ template <Guard guard, typename Work>
 HRESULT RunGuarded(Work&& work) {
   if constexpr (guard == Guard::None) {
     return work();
-  } else if constexpr (guard == Guard::Unnamed) {
-    try {
-      return work();
-    } catch (...) {
-      return E_FAIL;
-    }
   } else {
     try {
       return work();

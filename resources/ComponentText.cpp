@@ -26,10 +26,15 @@ int ShowComponentMessage(unsigned id, unsigned style) {
   return ShowMessageBox(ComponentString(id), ComponentModuleState().Title(), style);
 }
 
-void DropMessage(const CException& exception) {
-  std::array<char, 256> message{};
-  if (exception.GetErrorMessage(message.data(), message.size())) return;
-  ComponentString(IDS_UNKNOWN_ERROR);
+void DropMessage(const CException& exception) noexcept {
+  try {
+    std::array<char, 256> message{};
+    if (!exception.GetErrorMessage(message.data(), message.size())) {
+      ComponentString(IDS_UNKNOWN_ERROR);
+    }
+  } catch (...) {
+    // Without memory for a text there is none to drop.
+  }
 }
 
 }  // namespace orxdb

@@ -19,6 +19,6 @@ int ShowComponentMessage(unsigned id, unsigned style);
 
 /// Fetches an exception's message, or the text for an unknown error when it has none, and lets it
 /// go: callers are told that something failed, never what.
-void DropMessage(const CException& exception);
+void DropMessage(const CException& exception) noexcept;
 
 }  // namespace orxdb
