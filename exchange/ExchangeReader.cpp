@@ -1,4 +1,5 @@
 #include <algorithm>
+#include <array>
 #include <cstdlib>
 
 #include "browse/FieldVariantTypes.h"

@@ -1,4 +1,5 @@
 #include <algorithm>
+#include <array>
 #include <span>
 
 #include "browse/PropertyArrays.h"
@@ -8,6 +9,10 @@
 
 namespace orxdb {
 namespace {
+
+/// Parts of names of fields that do not travel.
+constexpr std::array<std::string_view, 5> kSkippedParts = {"ID", "AUX_", "Feed", "Speed",
+                                                           "IsFavorite"};
 
 /// The text of a value; nothing, not even quotes, for a type that has no text.
 std::string FieldText(const VARIANT& value) {
@@ -50,7 +55,7 @@ void ToolRecordExchange::WriteHeader(TextFile& file) const {
 
 bool ToolRecordExchange::IsFieldExported(std::string_view name) const {
   const bool skipped = std::ranges::any_of(
-      m_skipFields, [name](std::string_view part) { return name.find(part) != name.npos; });
+      kSkippedParts, [name](std::string_view part) { return name.find(part) != name.npos; });
   return !skipped && !IsUnwrittenField(m_header.m_strTableName, name);
 }
 

@@ -10,7 +10,6 @@
 // in double quotes with backslash escapes and is followed by a tab. Lines are written with CR LF.
 #pragma once
 
-#include <array>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -95,8 +94,6 @@ class ToolRecordExchange {
   void ImportRecord(CToolDbData& data, IOrxDbObj& own, const std::vector<Column>& columns,
                     VARIANT* names, const std::vector<std::string>& values);
 
-  /// Parts of names of fields that do not travel.
-  std::array<std::string_view, 5> m_skipFields = {"ID", "AUX_", "Feed", "Speed", "IsFavorite"};
   Header m_header;
   /// The line read last. A read that meets nothing but the end of the file leaves it, and it is
   /// processed once more: the last record meets itself as its own duplicate.
