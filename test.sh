@@ -4,7 +4,7 @@
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")"
 
-scripts/install-packages.sh locales pkg-config dpkg-dev
+scripts/install-packages.sh locales pkg-config dpkg-dev file
 cmake --preset debug
 cmake --build --preset debug
 

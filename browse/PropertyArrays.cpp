@@ -2,18 +2,10 @@
 
 #include <algorithm>
 
-#include "platform/framework/Exception.h"
 #include "platform/framework/Text.h"
 #include "values/StringVariants.h"
 
 namespace orxdb {
-
-SafeArray NewResultVector(VARTYPE elementType, std::size_t count) {
-  SafeArray array;
-  array.attach(SafeArrayCreateVector(elementType, 0, static_cast<ULONG>(count)));
-  if (!array) throw CMemoryException();
-  return array;
-}
 
 Variant FieldNames(const CDaoRecordset& records) {
   return MakeVector(VT_BSTR, static_cast<std::size_t>(records.GetFieldCount()), [&](std::size_t i) {
@@ -22,7 +14,7 @@ Variant FieldNames(const CDaoRecordset& records) {
 }
 
 Variant FieldValues(const CDaoRecordset& records) {
-  SafeArray array = NewResultVector(VT_VARIANT, static_cast<std::size_t>(records.GetFieldCount()));
+  SafeArray array = SafeArray::Vector(VT_VARIANT, static_cast<ULONG>(records.GetFieldCount()));
   {
     // Filled in place: a walk spends its time here.
     const ArrayAccess<VARIANT> values(array.get());

@@ -2,29 +2,11 @@
 #pragma once
 
 #include <string_view>
-#include <type_traits>
-#include <utility>
 
-#include "database/operations/DaoRecordset.h"
-#include "platform/automation/SafeArray.h"
-#include "platform/automation/Variant.h"
+#include "database/records/DaoRecordset.h"
+#include "platform/automation/Vectors.h"
 
 namespace orxdb {
-
-/// A vector of `count` empty elements from index 0. Raises CMemoryException without memory.
-SafeArray NewResultVector(VARTYPE elementType, std::size_t count);
-
-/// VT_ARRAY | `elementType` with `count` elements from index 0, each what `make` gives for its
-/// position; the array owns it. Raises likewise.
-template <typename Make>
-Variant MakeVector(VARTYPE elementType, std::size_t count, Make&& make) {
-  SafeArray array = NewResultVector(elementType, count);
-  {
-    const ArrayAccess<std::invoke_result_t<Make&, std::size_t>> elements(array.get());
-    for (std::size_t i = 0; i < count; ++i) elements[i] = make(i);
-  }
-  return Variant::FromArray(elementType, std::move(array));
-}
 
 /// The names of all fields in their order, VT_ARRAY | VT_BSTR.
 Variant FieldNames(const CDaoRecordset& records);

@@ -3,14 +3,15 @@
 #include <utility>
 
 #include "browse/PropertyArrays.h"
+#include "database/ToolRules.h"
 
 namespace orxdb {
 namespace {
 
-/// The recordset if its current record has a bookmark, else null.
-CDaoRecordset* BookmarkableSet(const CToolTableInfo& table) {
+/// The recordset if it has a current record, else null.
+CDaoRecordset* SetWithRecord(const CToolTableInfo& table) {
   CDaoRecordset* tools = table.m_pToolSet.get();
-  return tools && HasCurrentRecord(*tools) && tools->CanBookmark() ? tools : nullptr;
+  return tools && HasCurrentRecord(*tools) ? tools : nullptr;
 }
 
 bool MoveToFirstTool(CToolTableInfo& table) {
@@ -50,7 +51,8 @@ void SetTabFilter(CToolTableInfo& table, std::string where, const std::string& o
   CDaoRecordset& tools = table.ToolSet();
   tools.Close();
   table.m_pToolQuery->Close();
-  table.m_pToolQuery->Create("SELECT * FROM Q_" + table.m_strTableName + " ORDER BY " + order);
+  table.m_pToolQuery->Create("SELECT * FROM " + StoredQueryOf(table.m_strTableName) + " ORDER BY " +
+                             order);
   tools.Open(table.m_pToolQuery.get());
 }
 
@@ -65,24 +67,24 @@ Variant NextTool(CToolTableInfo& table) {
 LONG CountSelectedRecords(CToolTableInfo& table) {
   CDaoRecordset& tools = table.ToolSet();
   if (!HasCurrentRecord(tools)) return 0;
-  const Variant position = tools.GetBookmark();
+  const Position position = tools.GetPosition();
   if (table.m_strFilter.empty()) {
     tools.MoveLast();
   } else {
     tools.FindLast(table.m_strFilter);
   }
   const LONG count = static_cast<LONG>(tools.GetRecordCount());
-  tools.SetBookmark(position.get());
+  tools.ReturnTo(position);
   return count;
 }
 
 Variant GetToolBookmark(const CToolTableInfo& table) {
-  const CDaoRecordset* tools = BookmarkableSet(table);
+  const CDaoRecordset* tools = SetWithRecord(table);
   return tools ? tools->GetBookmark() : Variant();
 }
 
 void SetToolBookmark(CToolTableInfo& table, const VARIANT& bookmark) {
-  if (CDaoRecordset* tools = BookmarkableSet(table)) tools->SetBookmark(bookmark);
+  if (CDaoRecordset* tools = SetWithRecord(table)) tools->SetBookmark(bookmark);
 }
 
 bool RepositionToolCursor(CDaoRecordset& tools, const VARIANT* bookmark) {

@@ -43,9 +43,9 @@ Variant ToolPosition(const CDaoRecordset& tools);
 /// and puts the cursor back. When anything raises the cursor stays where it then is.
 template <typename Use>
 void UseFoundTool(CDaoRecordset& tools, const std::string& criteria, Use&& use) {
-  const Variant position = ToolPosition(tools);
+  const Position position = tools.GetPosition();
   use(tools.FindFirst(criteria));
-  RepositionToolCursor(tools, &position.get());
+  if (!tools.ReturnTo(position)) RepositionToolCursor(tools, &Variant().get());
 }
 
 /// Criteria for the tool with that `ID`. The key is qualified with the table's name, for the

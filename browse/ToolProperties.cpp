@@ -1,5 +1,7 @@
 #include "browse/ToolProperties.h"
 
+#include <memory>
+
 #include "browse/ToolCursor.h"
 #include "interface/KnownNames.h"
 #include "platform/framework/Text.h"
@@ -24,6 +26,13 @@ LONG AddTemporaryTool(BSTR table, IOrxDbObj& own) {
   return id;
 }
 
+/// Whether the table still has that cursor. The message that AddNewRecord may show lets the host
+/// run, which can end the data object or put another in its place.
+bool IsCursorOf(std::string_view table, const std::shared_ptr<CDaoRecordset>& tools) {
+  const CToolTableInfo* entry = g_pToolDbData ? g_pToolDbData->FindToolTable(table) : nullptr;
+  return entry && entry->m_pToolSet == tools;
+}
+
 }  // namespace
 
 PropertyArrays FindToolProperties(const CToolTableInfo& table, LONG id) {
@@ -46,19 +55,21 @@ Variant SearchParamNames(const CToolTableInfo& table) {
   });
 }
 
-void ReadDefaultProperties(CDaoRecordset& tools, BSTR table, VARIANT* names, VARIANT* values,
+void ReadDefaultProperties(const CToolTableInfo& entry, BSTR table, VARIANT* names, VARIANT* values,
                            IOrxDbObj& own) {
-  const Variant position = ToolPosition(tools);
+  const std::shared_ptr<CDaoRecordset> tools = entry.m_pToolSet;  // the entry may not outlive this
+  const Variant position = ToolPosition(*tools);
   const LONG id = AddTemporaryTool(table, own);
+  if (!IsCursorOf(NarrowBstr(table), tools)) return;
   if (id != -1) {
     own.GetToolProps(table, id, names, values);
     // A tool that got an identifier but was not stored is not found. The record at the cursor is
     // then deleted all the same: hosts have always met it so.
-    tools.FindFirst(NarrowBstr(table) + ".ID=" + std::to_string(id));
-    tools.Delete();
-    tools.Requery();
+    tools->FindFirst(NarrowBstr(table) + ".ID=" + std::to_string(id));
+    tools->Delete();
+    tools->Requery();
   }
-  RepositionToolCursor(tools, &position.get());
+  RepositionToolCursor(*tools, &position.get());
 }
 
 }  // namespace orxdb

@@ -18,8 +18,14 @@ PropertyArrays FindToolProperties(const CToolTableInfo& table, LONG id);
 Variant SearchParamNames(const CToolTableInfo& table);
 
 /// What a new tool would start with, read from a temporary one that is added and deleted again by
-/// AddNewRecord and GetToolProps of the component; their failures leave the arrays empty.
-void ReadDefaultProperties(CDaoRecordset& tools, BSTR table, VARIANT* names, VARIANT* values,
+/// AddNewRecord and GetToolProps of the component; their failures leave the arrays empty. Shares
+/// the table's cursor, and leaves all as it is when the table has lost it meanwhile.
+///
+/// Deletes the record at the cursor when the temporary tool got an identifier but is not found: in
+/// TAPPING_HEAD while a head of that name exists, wherever the file refuses the row (a column that
+/// must have a value, a constraint, a full or locked file), and where the table's query leaves it
+/// out.
+void ReadDefaultProperties(const CToolTableInfo& entry, BSTR table, VARIANT* names, VARIANT* values,
                            IOrxDbObj& own);
 
 }  // namespace orxdb

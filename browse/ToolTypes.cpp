@@ -3,18 +3,18 @@
 #include <array>
 #include <span>
 
-#include "browse/PropertyArrays.h"
-#include "database/ToolTypeColumns.h"
+#include "platform/automation/Vectors.h"
 #include "platform/framework/Text.h"
 
 namespace orxdb {
 namespace {
 
-/// An array of `count` triples, filled with as many types as fit.
-Variant TypeTriples(std::span<const CToolType> types, std::size_t count) {
-  constexpr std::array kParts = {&CToolType::type, &CToolType::subtype, &CToolType::tableName};
+/// An array of `count` triples, filled with as many rows as fit.
+Variant TypeTriples(std::span<const CatalogueRow> rows, std::size_t count) {
+  constexpr std::array kParts = {&CatalogueRow::type, &CatalogueRow::subtype,
+                                 &CatalogueRow::tableName};
   return MakeVector(VT_BSTR, 3 * count, [&](std::size_t i) -> BSTR {
-    return i / 3 < types.size() ? WidenToBstr(types[i / 3].*kParts[i % 3]).detach() : nullptr;
+    return i / 3 < rows.size() ? WidenToBstr(rows[i / 3].*kParts[i % 3]).detach() : nullptr;
   });
 }
 
@@ -23,7 +23,7 @@ Variant TypeTriples(std::span<const CToolType> types, std::size_t count) {
 Variant CatalogueToolTypes(CToolDbData& data) {
   // The length follows the tables, not the rows: a table named twice has one entry, and hosts
   // count on three elements for each table that they can open.
-  return TypeTriples(data.ToolTypes(), data.ToolTables().size());
+  return TypeTriples(data.Rows(), data.ToolTables().size());
 }
 
 Variant StoredQueryToolTypes(CToolDbData& data, const std::string& queryName) {
@@ -31,11 +31,11 @@ Variant StoredQueryToolTypes(CToolDbData& data, const std::string& queryName) {
   query.Open(queryName);
   CDaoRecordset records;
   records.Open(&query);
-  std::vector<CToolType> types;
+  std::vector<CatalogueRow> rows;
   for (; !records.IsBOF() && !records.IsEOF(); records.MoveNext()) {
-    types.push_back(ReadToolType(records));
+    rows.push_back(CatalogueRow::Read(records));
   }
-  return types.empty() ? Variant() : TypeTriples(types, types.size());
+  return rows.empty() ? Variant() : TypeTriples(rows, rows.size());
 }
 
 }  // namespace orxdb

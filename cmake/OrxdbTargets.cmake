@@ -23,6 +23,16 @@ function(orxdb_part name)
   target_link_libraries(${name} PUBLIC orxdb_options ${PART_LINK})
 endfunction()
 
+# orxdb_version_record(target DESCRIPTION NAME FILENAME [MARKS...]): the text in a library that
+# platform/framework/VersionRecord.h reads.
+function(orxdb_version_record target RECORD_DESCRIPTION RECORD_NAME RECORD_FILENAME)
+  list(TRANSFORM ARGN APPEND "\\n")
+  list(JOIN ARGN "" RECORD_MARKS)
+  set(source ${CMAKE_CURRENT_BINARY_DIR}/${target}Version.cpp)
+  configure_file(${PROJECT_SOURCE_DIR}/cmake/VersionRecord.cpp.in ${source} @ONLY)
+  target_sources(${target} PRIVATE ${source})
+endfunction()
+
 # orxdb_test(name SOURCES... [LINK libs...] [ENVIRONMENT vars...]): a GoogleTest program, its
 # cases registered with CTest one by one, labelled with its name.
 function(orxdb_test name)

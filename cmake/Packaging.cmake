@@ -10,16 +10,18 @@ install(TARGETS automation EXPORT ORXDB LIBRARY DESTINATION ${CMAKE_INSTALL_LIBD
 install(TARGETS ORXDB LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR})
 install(TARGETS orxdb orxregsvr RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
 install(DIRECTORY interface platform DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/orxdb
-        FILES_MATCHING PATTERN *.h PATTERN ClassFiles.h EXCLUDE PATTERN ClassLibraries.h EXCLUDE)
+        FILES_MATCHING PATTERN *.h PATTERN ClassFiles.h EXCLUDE PATTERN ClassLibraries.h EXCLUDE
+        PATTERN ExchangeFormat.h EXCLUDE)
+install(FILES ${PROJECT_BINARY_DIR}/resources/ORXDB.idl
+        DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/orxdb)
 install(FILES README.md DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/orxdb)
 
 # The class file holds the library's path, which is known only now.
-set(install_class_file "
+install(CODE "
 set(class_file ${class_folder}/ORXDB.OrxDbObj.1.class)
 set(library ${component_library})
 set(script [[${PROJECT_SOURCE_DIR}/resources/OrxDbObj.class]])
 include([[${PROJECT_SOURCE_DIR}/cmake/InstallClassFile.cmake]])")
-install(CODE "${install_class_file}")
 
 install(EXPORT ORXDB NAMESPACE ORXDB:: DESTINATION ${config_folder} FILE ORXDBTargets.cmake)
 configure_package_config_file(cmake/ORXDBConfig.cmake.in ${PROJECT_BINARY_DIR}/ORXDBConfig.cmake
@@ -40,20 +42,16 @@ set(CPACK_PACKAGE_VERSION ${PROJECT_VERSION})
 set(CPACK_PACKAGE_CONTACT "ORXDB maintainers <orxdb@localhost>")
 set(CPACK_PACKAGING_INSTALL_PREFIX /usr)
 set(CPACK_STRIP_FILES ON)
-set(CPACK_PRE_BUILD_SCRIPTS ${PROJECT_BINARY_DIR}/PackageClassFile.cmake)
 set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
 set(CPACK_DEBIAN_PACKAGE_SECTION libs)
 set(CPACK_DEBIAN_PACKAGE_DESCRIPTION
 "An automation server for cutting tools, feeds and speeds and stock materials,
  a command-line host, and what C++ hosts need to be built against it.")
 find_program(DPKG_SHLIBDEPS dpkg-shlibdeps)
-if(DPKG_SHLIBDEPS)
+find_program(FILE_PROGRAM file)
+if(DPKG_SHLIBDEPS AND FILE_PROGRAM)
   set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
 else()
   set(CPACK_DEBIAN_PACKAGE_DEPENDS "libc6, libstdc++6, libsqlite3-0 (>= 3.40)")
 endif()
-# A package is put together in a folder that is not where its files will be.
-file(WRITE "${PROJECT_BINARY_DIR}/PackageClassFile.cmake" "
-set(CMAKE_INSTALL_PREFIX \${CPACK_PACKAGING_INSTALL_PREFIX})
-set(ENV{DESTDIR} \${CPACK_TEMPORARY_INSTALL_DIRECTORY})${install_class_file}")
 include(CPack)

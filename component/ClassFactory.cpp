@@ -3,6 +3,7 @@
 #include <new>
 
 #include "component/OrxDbObj.h"
+#include "component/TypeDescription.h"
 #include "platform/automation/ComPtr.h"
 
 namespace orxdb {
@@ -16,8 +17,15 @@ HRESULT ClassFactory::Create(REFIID riid, void** ppvObject) {
 HRESULT ClassFactory::QueryInterface(REFIID riid, void** ppvObject) {
   if (!ppvObject) return E_POINTER;
   *ppvObject = nullptr;
-  if (riid != IID_IUnknown && riid != IID_IClassFactory) return E_NOINTERFACE;
-  *ppvObject = static_cast<IClassFactory*>(this);
+  if (riid == IID_IUnknown || riid == IID_IClassFactory) {
+    *ppvObject = static_cast<IClassFactory*>(this);
+  } else if (riid == IID_IProvideClassInfo) {
+    *ppvObject = static_cast<IProvideClassInfo*>(this);
+  } else if (riid == IID_IToolDatabaseFile) {
+    *ppvObject = static_cast<IToolDatabaseFile*>(&m_files);
+  } else {
+    return E_NOINTERFACE;
+  }
   AddRef();
   return S_OK;
 }
@@ -45,6 +53,12 @@ HRESULT ClassFactory::LockServer(BOOL fLock) {
   } else {
     ModuleLock::Unlock();
   }
+  return S_OK;
+}
+
+HRESULT ClassFactory::GetClassInfo(ITypeInfo** ppTI) {
+  if (!ppTI) return E_POINTER;
+  *ppTI = DescribeClass();
   return S_OK;
 }
 

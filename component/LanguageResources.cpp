@@ -59,4 +59,8 @@ LanguageResources::~LanguageResources() {
   if (m_library) UseTexts(&kEnglishTexts);
 }
 
+void UseLanguageOfUser() noexcept {
+  static const LanguageResources resources;
+}
+
 }  // namespace orxdb

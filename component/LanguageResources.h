@@ -22,4 +22,9 @@ class LanguageResources {
   Library m_library;  ///< empty while the component's own texts are in use
 };
 
+/// Chooses the texts with the first call and keeps them until the component is unloaded. Not done
+/// while the component is being loaded: the system's lock on loading is then held, and a language
+/// library must be free to load what it needs.
+void UseLanguageOfUser() noexcept;
+
 }  // namespace orxdb

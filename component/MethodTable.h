@@ -1,14 +1,31 @@
-// What late-bound calls, the type description and their hosts know of the interface's methods.
+// What is told of the class, its interface and the interface's methods: the one source of
+// late-bound calls, the type description and the interface description file.
 #pragma once
 
 #include <array>
 #include <span>
+#include <string>
 #include <string_view>
 
 #include "interface/IOrxDbObj.h"
 #include "platform/automation/TypeInfo.h"
 
 namespace orxdb {
+
+/// A type, or the library of them, as descriptions name it.
+struct DescribedType {
+  const GUID& guid;
+  const OLECHAR* name;
+  const OLECHAR* help;
+};
+
+inline constexpr DescribedType kDescribedLibrary{LIBID_ORXDBLib, u"ORXDBLib",
+                                                 u"ORXDB 1.0 Type Library"};
+inline constexpr DescribedType kDescribedInterface{IID_IOrxDbObj, u"IOrxDbObj",
+                                                   u"IOrxDbObj Interface"};
+inline constexpr DescribedType kDescribedClass{CLSID_OrxDbObj, u"OrxDbObj", u"OrxDbObj Class"};
+inline constexpr WORD kLibraryMajor = 1;
+inline constexpr WORD kLibraryMinor = 0;
 
 inline constexpr std::size_t kMethodCount = 41;
 inline constexpr std::size_t kMaxParameters = 6;
@@ -38,6 +55,11 @@ struct Method {
     return std::span(slots).first(parameterCount);
   }
 };
+
+/// What descriptions say of a method.
+inline std::u16string HelpOf(const Method& method) {
+  return std::u16string(u"method ") + method.name;
+}
 
 /// Every method, in the order of identifiers (from 1) and of the interface's slots.
 std::span<const Method> Methods() noexcept;

@@ -3,7 +3,6 @@
 #include <atomic>
 
 #include "component/ClassFactory.h"
-#include "component/LanguageResources.h"
 #include "interface/IOrxDbObj.h"
 #include "platform/automation/ClassRegistration.h"
 #include "platform/framework/Library.h"
@@ -13,9 +12,6 @@ namespace orxdb {
 namespace {
 
 std::atomic<ULONG> g_moduleLocks = 0;
-
-// From the loading of the library to its unloading.
-const LanguageResources g_languageResources;
 
 }  // namespace
 

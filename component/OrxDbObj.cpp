@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "component/Dispatch.h"
+#include "component/LanguageResources.h"
 #include "component/MethodFrame.h"
 #include "component/MethodTable.h"
 #include "component/TypeDescription.h"
@@ -53,6 +54,7 @@ HRESULT OrxDbObj::Create(IUnknown* outer, REFIID riid, void** ppvObject) {
 }
 
 OrxDbObj::OrxDbObj(IUnknown* outer) : m_inner(*this), m_outer(outer ? outer : &m_inner) {
+  orxdb::UseLanguageOfUser();
   const ModuleStateSwitch active(orxdb::ComponentModuleState());
   m_strYes = ComponentString(orxdb::IDS_YES);
   m_strNo = ComponentString(orxdb::IDS_NO);
@@ -119,8 +121,4 @@ HRESULT OrxDbObj::Invoke(DISPID dispIdMember, REFIID riid, LCID, WORD wFlags,
   return riid == IID_NULL ? orxdb::InvokeMethod(*this, dispIdMember, wFlags, pDispParams,
                                                 pVarResult, pExcepInfo, puArgErr)
                           : DISP_E_UNKNOWNINTERFACE;
-}
-
-CToolTableInfo* OrxDbObj::FindToolTable(BSTR bstrToolTable) {
-  return g_pToolDbData->FindToolTable(orxdb::NarrowBstr(bstrToolTable));
 }

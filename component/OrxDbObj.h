@@ -123,9 +123,6 @@ class OrxDbObj final : public IOrxDbObj {
   explicit OrxDbObj(IUnknown* outer);
   ~OrxDbObj();
 
-  /// The catalogue entry of a tool table; null for an unknown one. Needs the data object.
-  static CToolTableInfo* FindToolTable(BSTR bstrToolTable);
-
   InnerUnknown m_inner;
   IUnknown* m_outer;  ///< not counted: the aggregate outlives its parts; `m_inner` without one
   orxdb::ModuleLock m_lock;

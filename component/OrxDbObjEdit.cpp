@@ -5,11 +5,11 @@
 #include "edit/DefaultName.h"
 #include "edit/ToolNames.h"
 #include "edit/ToolRecords.h"
-#include "platform/framework/Text.h"
 
 using orxdb::Guard;
+using orxdb::IfLacking;
 using orxdb::NarrowBstr;
-using orxdb::RunMethod;
+using orxdb::RunOnTable;
 using orxdb::Variant;
 
 namespace {
@@ -25,71 +25,58 @@ bool ArePropertyArrays(const VARIANT* names, const VARIANT* values) {
 
 HRESULT OrxDbObj::AddNewRecord(BSTR bstrToolTable, VARIANT* pPropNames, VARIANT* pProps,
                                LONG* pDbId) {
-  const bool ready = g_pToolDbData && ArePropertyArrays(pPropNames, pProps) && pDbId;
-  return RunMethod<Guard::Framework>(ready, [&] {
-    CToolTableInfo* table = FindToolTable(bstrToolTable);
-    if (!table) return E_FAIL;
-    return orxdb::AddTool(g_pToolDbData->Database(), *table, *pPropNames, *pProps, *pDbId, *this);
+  const bool arguments = ArePropertyArrays(pPropNames, pProps) && pDbId;
+  return RunOnTable<Guard::Framework>(bstrToolTable, arguments, [&](CToolTableInfo& table) {
+    return orxdb::AddTool(g_pToolDbData->Database(), table, *pPropNames, *pProps, *pDbId, *this);
   });
 }
 
 HRESULT OrxDbObj::SetToolProps(BSTR bstrToolTable, LONG lDbId, VARIANT* pPropNames,
                                VARIANT* pProps) {
-  const bool ready = g_pToolDbData && ArePropertyArrays(pPropNames, pProps);
-  return RunMethod<Guard::Framework>(ready, [&] {
-    CToolTableInfo* table = FindToolTable(bstrToolTable);
-    if (!table) return E_FAIL;
-    return orxdb::ChangeTool(g_pToolDbData->Database(), *table, lDbId, *pPropNames, *pProps);
+  const bool arguments = ArePropertyArrays(pPropNames, pProps);
+  return RunOnTable<Guard::Framework>(bstrToolTable, arguments, [&](CToolTableInfo& table) {
+    return orxdb::ChangeTool(g_pToolDbData->Database(), table, lDbId, *pPropNames, *pProps);
   });
 }
 
 HRESULT OrxDbObj::DeleteTool(BSTR bstrToolTable, LONG lDbId) {
-  return RunMethod<Guard::Framework>(g_pToolDbData && bstrToolTable, [&] {
-    if (CToolTableInfo* table = FindToolTable(bstrToolTable)) {
-      orxdb::DeleteTool(*table, lDbId);
-    }
+  return RunOnTable<Guard::Framework>(bstrToolTable, bstrToolTable, [&](CToolTableInfo& table) {
+    orxdb::DeleteTool(table, lDbId);
     return E_FAIL;  // whether or not a tool was deleted; hosts look at the table
   });
 }
 
 HRESULT OrxDbObj::IsToolNameUnique(BSTR bstrToolTable, BSTR bstrToolName, VARIANT_BOOL* bUnique) {
-  const bool ready = g_pToolDbData && bstrToolTable && bstrToolName && bUnique;
-  return RunMethod<Guard::Framework>(ready, [&] {
-    const CToolTableInfo* table = FindToolTable(bstrToolTable);
-    if (!table) return E_FAIL;
-    const bool unique = orxdb::IsToolNameUnique(*table, NarrowBstr(bstrToolName));
+  const bool arguments = bstrToolTable && bstrToolName && bUnique;
+  return RunOnTable<Guard::Framework>(bstrToolTable, arguments, [&](CToolTableInfo& table) {
+    const bool unique = orxdb::IsToolNameUnique(table, NarrowBstr(bstrToolName));
     *bUnique = unique ? VARIANT_TRUE : VARIANT_FALSE;
-    return S_OK;
   });
 }
 
 HRESULT OrxDbObj::GenerateDefToolName(BSTR bstrToolTable, LONG lId, BSTR* bstrName) {
-  return RunMethod<Guard::None>(true, [&] {
-    if (!g_pToolDbData || !bstrToolTable || !bstrName) return S_OK;
-    const CToolTableInfo* table = FindToolTable(bstrToolTable);
-    if (!table) return S_OK;
-    Variant names;
-    Variant values;
-    GetToolProps(bstrToolTable, lId, names.ptr(), values.ptr());
-    const std::string name = orxdb::BuildDefaultToolName(
-        orxdb::NameFormat(*table), NarrowBstr(bstrToolTable), names.ptr(), values.ptr(), *this);
-    *bstrName = orxdb::WidenToBstr(name).detach();
-    return S_OK;
-  });
+  const bool arguments = bstrToolTable && bstrName;
+  return RunOnTable<Guard::None, IfLacking::Skip>(
+      bstrToolTable, arguments, [&](CToolTableInfo& table) {
+        Variant names;
+        Variant values;
+        GetToolProps(bstrToolTable, lId, names.ptr(), values.ptr());
+        const std::string name = orxdb::BuildDefaultToolName(
+            orxdb::NameFormat(table), NarrowBstr(bstrToolTable), names.ptr(), values.ptr(), *this);
+        *bstrName = orxdb::WidenToBstr(name).detach();
+      });
 }
 
 HRESULT OrxDbObj::GenerateDefToolName2(BSTR bstrToolTable, VARIANT* pPropNames, VARIANT* pProps,
                                        BSTR* bstrName) {
-  return RunMethod<Guard::None>(true, [&] {
-    if (!g_pToolDbData || !bstrToolTable || !pPropNames || !pProps || !bstrName) return S_OK;
-    const CToolTableInfo* table = FindToolTable(bstrToolTable);
-    if (!table) return S_OK;
-    std::string name = orxdb::BuildDefaultToolName(orxdb::NameFormat(*table), table->m_strTableName,
-                                                   pPropNames, pProps, *this);
-    if (table->m_strTableName == orxdb::kTappingHeadTable) {
-      name = orxdb::UniqueToolName(bstrToolTable, name, *this);
-    }
-    *bstrName = orxdb::WidenToBstr(name).detach();
-    return S_OK;
-  });
+  const bool arguments = bstrToolTable && pPropNames && pProps && bstrName;
+  return RunOnTable<Guard::None, IfLacking::Skip>(
+      bstrToolTable, arguments, [&](CToolTableInfo& table) {
+        std::string name = orxdb::BuildDefaultToolName(
+            orxdb::NameFormat(table), table.m_strTableName, pPropNames, pProps, *this);
+        if (table.m_strTableName == orxdb::kTappingHeadTable) {
+          name = orxdb::UniqueToolName(bstrToolTable, name, *this);
+        }
+        *bstrName = orxdb::WidenToBstr(name).detach();
+      });
 }

@@ -1,38 +1,37 @@
 // Exchange files.
+#include <utility>
+
 #include "component/MethodFrame.h"
 #include "component/OrxDbObj.h"
-#include "exchange/ToolRecordExchange.h"
-#include "platform/framework/Text.h"
+#include "exchange/RecordExport.h"
+#include "exchange/RecordImport.h"
 
 using orxdb::Guard;
+using orxdb::IfLacking;
 using orxdb::NarrowBstr;
-using orxdb::RunMethod;
+using orxdb::RunOnData;
+using orxdb::RunOnTable;
 using orxdb::TextFile;
-using orxdb::ToolRecordExchange;
 
 HRESULT OrxDbObj::ExportToolRecordsToFile(BSTR bstrToolTable, BSTR bstrFileName, LONG) {
-  return RunMethod<Guard::Framework>(true, [&] {
-    // Whatever there is not to export or to write to is no failure: hosts look at the file.
-    if (!g_pToolDbData || !bstrToolTable || !bstrFileName) return S_OK;
-    const CToolTableInfo* table = FindToolTable(bstrToolTable);
-    if (!table || !table->m_pToolSet || !table->m_pToolSet->IsOpen()) return S_OK;
-    TextFile file = TextFile::OpenForWriting(NarrowBstr(bstrFileName));
-    if (!file) return S_OK;
-    ToolRecordExchange(NarrowBstr(bstrToolTable)).ExportTable(table->m_pToolSet.get(), file);
-    file.Close();
-    return S_OK;
-  });
+  // Whatever there is not to export or to write to is no failure: hosts look at the file.
+  const bool arguments = bstrToolTable && bstrFileName;
+  return RunOnTable<Guard::Framework, IfLacking::Skip>(
+      bstrToolTable, arguments, [&](CToolTableInfo& table) {
+        if (!table.m_pToolSet || !table.m_pToolSet->IsOpen()) return;
+        TextFile file = TextFile::OpenForWriting(NarrowBstr(bstrFileName));
+        if (!file) return;
+        orxdb::ExportRecords(NarrowBstr(bstrToolTable), *table.m_pToolSet, file);
+        file.Close();
+      });
 }
 
 HRESULT OrxDbObj::ImportToolRecordsFromFile(BSTR bstrFileName, LONG) {
-  return RunMethod<Guard::None>(true, [&] {
-    if (!g_pToolDbData || !bstrFileName) return S_OK;
+  return RunOnData<Guard::None, IfLacking::Skip>(bstrFileName, [&](CToolDbData& data) {
     // What ends an import is told to nobody.
     orxdb::RunGuarded<Guard::Framework>([&] {
       TextFile file = TextFile::OpenForReading(NarrowBstr(bstrFileName));
-      if (file) ToolRecordExchange().ImportRecords(*g_pToolDbData, *this, file);
-      return S_OK;
+      if (file) orxdb::ImportRecords(data, *this, orxdb::ExchangeReader(std::move(file)));
     });
-    return S_OK;
   });
 }

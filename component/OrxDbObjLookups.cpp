@@ -2,18 +2,19 @@
 #include "component/MethodFrame.h"
 #include "component/OrxDbObj.h"
 #include "database/ToolRules.h"
+#include "lookups/CatalogueColumns.h"
 #include "lookups/FeedTables.h"
 #include "lookups/PermissibleValues.h"
 #include "lookups/StockMaterials.h"
 #include "lookups/TappingHeads.h"
-#include "lookups/ToolKinds.h"
-#include "platform/framework/Text.h"
 
 using orxdb::Guard;
+using orxdb::IfLacking;
 using orxdb::IsEmpty;
 using orxdb::NarrowBstr;
 using orxdb::RunMethod;
-using orxdb::Variant;
+using orxdb::RunOnData;
+using orxdb::RunOnTable;
 
 namespace {
 
@@ -26,7 +27,7 @@ bool HasCatalogue() {
 }
 
 /// The recordset of a machining-data table; null for an unknown one, and without a data object.
-CDaoRecordset* FindDataTable(const std::string& name) {
+CDaoRecordset* FindDataTable(std::string_view name) {
   return g_pToolDbData ? g_pToolDbData->FindDataTable(name) : nullptr;
 }
 
@@ -34,26 +35,22 @@ CDaoRecordset* FindDataTable(const std::string& name) {
 
 HRESULT OrxDbObj::GetFirstStockMaterial(VARIANT* pPropNames, VARIANT* pProps) {
   const bool ready = HasStockMaterials() && IsEmpty(pPropNames) && IsEmpty(pProps);
-  return RunMethod<Guard::Framework>(ready, [&] {
-    orxdb::FirstStockMaterial(g_pToolDbData->StockMaterialSet()).HandOut(pPropNames, pProps);
-    return S_OK;
+  return RunOnData<Guard::Framework>(ready, [&](CToolDbData& data) {
+    orxdb::FirstStockMaterial(data.StockMaterialSet()).HandOut(pPropNames, pProps);
   });
 }
 
 HRESULT OrxDbObj::GetNextStockMaterial(VARIANT* pProps) {
   // A list that is not open fails where it is used, below.
-  return RunMethod<Guard::Framework>(g_pToolDbData && IsEmpty(pProps), [&] {
-    *pProps = orxdb::NextStockMaterial(g_pToolDbData->StockMaterialSet()).detach();
-    return S_OK;
+  return RunOnData<Guard::Framework>(IsEmpty(pProps), [&](CToolDbData& data) {
+    *pProps = orxdb::NextStockMaterial(data.StockMaterialSet()).detach();
   });
 }
 
 HRESULT OrxDbObj::GetStockMaterialByName(BSTR bstrName, VARIANT* pPropNames, VARIANT* pProps) {
   const bool ready = HasStockMaterials() && IsEmpty(pPropNames) && IsEmpty(pProps);
-  return RunMethod<Guard::Framework>(ready, [&] {
-    orxdb::FindStockMaterial(g_pToolDbData->StockMaterialSet(), bstrName, *this)
-        .HandOut(pPropNames, pProps);
-    return S_OK;
+  return RunOnData<Guard::Framework>(ready, [&](CToolDbData& data) {
+    orxdb::FindStockMaterial(data.StockMaterialSet(), bstrName, *this).HandOut(pPropNames, pProps);
   });
 }
 
@@ -63,16 +60,14 @@ HRESULT OrxDbObj::GetRowByMaterialHardness(BSTR bstrTabName, BSTR bstrMatName, D
     if (CDaoRecordset* table = FindDataTable(NarrowBstr(bstrTabName))) {
       orxdb::HardnessRow(*table, NarrowBstr(bstrMatName), fHardness).HandOut(pPropNames, pProps);
     }
-    return S_OK;
   });
 }
 
 HRESULT OrxDbObj::GetChosenDrillFeed(DOUBLE fDiameter, VARIANT* pPropNames, VARIANT* pProps) {
   return RunMethod<Guard::Framework>(pPropNames && pProps, [&] {
-    if (CDaoRecordset* table = FindDataTable("DRILL_FEED")) {
+    if (CDaoRecordset* table = FindDataTable(orxdb::kDrillFeedTable)) {
       orxdb::DrillFeedRow(*table, fDiameter).HandOut(pPropNames, pProps);
     }
-    return S_OK;
   });
 }
 
@@ -81,12 +76,11 @@ HRESULT OrxDbObj::GetFactorByTable(BSTR bstrTabName, DOUBLE fSearchValue, VARIAN
   // The only method that leaves the host's module state in place.
   return orxdb::RunReported<Guard::Framework>(pPropNames && pProps1 && pProps2, [&] {
     CDaoRecordset* table = FindDataTable(NarrowBstr(bstrTabName));
-    if (!table) return S_OK;
+    if (!table) return;
     orxdb::FactorRows rows = orxdb::FactorNeighbours(*table, fSearchValue);
     *pPropNames = rows.names.detach();
     *pProps1 = rows.lower.detach();
     *pProps2 = rows.upper.detach();
-    return S_OK;
   });
 }
 
@@ -100,44 +94,38 @@ HRESULT OrxDbObj::GetPrimaryOpByTable(BSTR bstrToolTable, BSTR* bstrPrimaryOp) {
 
 HRESULT OrxDbObj::GetPermissibleValues(BSTR bstrToolTable, BSTR bstrParamName,
                                        DOUBLE fMetricTapDiameter, VARIANT* pArrVal) {
-  return RunMethod<Guard::Framework>(g_pToolDbData && IsEmpty(pArrVal), [&] {
-    const CToolTableInfo* table = FindToolTable(bstrToolTable);
-    if (!table) return E_FAIL;
-    *pArrVal = orxdb::PermissibleValues(g_pToolDbData->Database(), *table,
-                                        NarrowBstr(bstrParamName), fMetricTapDiameter)
+  return RunOnTable<Guard::Framework>(bstrToolTable, IsEmpty(pArrVal), [&](CToolTableInfo& table) {
+    *pArrVal = orxdb::PermissibleValues(g_pToolDbData->Database(), table, NarrowBstr(bstrParamName),
+                                        fMetricTapDiameter)
                    .detach();
-    return S_OK;
   });
 }
 
 HRESULT OrxDbObj::GetPermissibleValues2(BSTR bstrToolTable, VARIANT*, VARIANT*, BSTR bstrParamName,
                                         VARIANT* pArrVal, VARIANT* pArrDispVal) {
-  const bool ready = g_pToolDbData && IsEmpty(pArrVal) && bstrParamName && pArrDispVal;
-  return RunMethod<Guard::Framework>(ready, [&] {
-    auto diameters = orxdb::StandardDiameters(g_pToolDbData->Database(), NarrowBstr(bstrToolTable),
+  const bool arguments = IsEmpty(pArrVal) && bstrParamName && pArrDispVal;
+  return RunOnData<Guard::Framework>(arguments, [&](CToolDbData& data) {
+    auto diameters = orxdb::StandardDiameters(data.Database(), NarrowBstr(bstrToolTable),
                                               NarrowBstr(bstrParamName));
-    if (diameters.values.empty()) return S_OK;
+    if (diameters.values.empty()) return;
     *pArrVal = diameters.values.detach();
     *pArrDispVal = diameters.texts.detach();
-    return S_OK;
   });
 }
 
 HRESULT OrxDbObj::GetToolSubtypePreview(BSTR bstrToolTable, VARIANT* pPreView) {
-  return RunMethod<Guard::Framework>(true, [&] {
-    if (!HasCatalogue() || !bstrToolTable || !IsEmpty(pPreView)) return S_OK;
-    *pPreView =
-        orxdb::PreviewPicture(g_pToolDbData->ToolTypesSet(), NarrowBstr(bstrToolTable)).detach();
-    return S_OK;
+  const bool ready = HasCatalogue() && bstrToolTable && IsEmpty(pPreView);
+  return RunOnData<Guard::Framework, IfLacking::Skip>(ready, [&](CToolDbData& data) {
+    *pPreView = orxdb::PreviewPicture(data.ToolTypesSet(), NarrowBstr(bstrToolTable)).detach();
   });
 }
 
 HRESULT OrxDbObj::GetTappingHeadsForTap(BSTR bstrUnit, DOUBLE fTapDiam, VARIANT* pNames,
                                         VARIANT* pIDs) {
-  const bool ready = g_pToolDbData && bstrUnit && IsEmpty(pNames) && IsEmpty(pIDs) &&
-                     g_pToolDbData->FindToolTable(orxdb::kTappingHeadTable);
-  return RunMethod<Guard::Framework>(ready, [&] {
-    const double metric = NarrowBstr(bstrUnit) == "mm" ? fTapDiam : fTapDiam * 25.4;
+  const bool arguments = bstrUnit && IsEmpty(pNames) && IsEmpty(pIDs);
+  return RunOnData<Guard::Framework>(arguments, [&](CToolDbData& data) {
+    if (!data.FindToolTable(orxdb::kTappingHeadTable)) return E_FAIL;
+    const double metric = orxdb::Millimetres(fTapDiam, NarrowBstr(bstrUnit));
     auto heads = orxdb::HeadsForTap(metric, *this);
     *pNames = heads.names.detach();
     *pIDs = heads.ids.detach();

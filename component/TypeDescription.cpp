@@ -13,14 +13,14 @@ namespace {
 
 /// Slots of IUnknown and IDispatch before the first method.
 constexpr int kInheritedSlots = 7;
+constexpr HREFTYPE kInterface = 0;
+constexpr HREFTYPE kClass = 1;
 constexpr HREFTYPE kPartner = 2;  ///< behind the two types that the library numbers
 constexpr UINT kLibraryTypes = 2;
 
 struct TypeEntry {
   TYPEKIND kind;
-  const GUID& guid;
-  const OLECHAR* name;
-  const OLECHAR* help;
+  const DescribedType& type;
   WORD flags;
   std::size_t functions;
   WORD implemented;
@@ -30,11 +30,9 @@ constexpr WORD kDualFlags =
     TYPEFLAG_FDUAL | TYPEFLAG_FNONEXTENSIBLE | TYPEFLAG_FOLEAUTOMATION | TYPEFLAG_FDISPATCHABLE;
 
 constexpr std::array<TypeEntry, 3> kTypes = {{
-    {TKIND_DISPATCH, IID_IOrxDbObj, u"IOrxDbObj", u"IOrxDbObj Interface", kDualFlags, kMethodCount,
-     0},
-    {TKIND_COCLASS, CLSID_OrxDbObj, u"OrxDbObj", u"OrxDbObj Class", TYPEFLAG_FCANCREATE, 0, 1},
-    {TKIND_INTERFACE, IID_IOrxDbObj, u"IOrxDbObj", u"IOrxDbObj Interface", kDualFlags, kMethodCount,
-     0},
+    {TKIND_DISPATCH, kDescribedInterface, kDualFlags, kMethodCount, 0},
+    {TKIND_COCLASS, kDescribedClass, TYPEFLAG_FCANCREATE, 0, 1},
+    {TKIND_INTERFACE, kDescribedInterface, kDualFlags, kMethodCount, 0},
 }};
 
 /// Puts new strings where they are asked for; help files and contexts there are none.
@@ -134,7 +132,7 @@ class TypeInformation final : public Resident<ITypeInfo> {
     *ppTypeAttr = new (std::nothrow) TYPEATTR{};
     if (!*ppTypeAttr) return E_OUTOFMEMORY;
     TYPEATTR& attributes = **ppTypeAttr;
-    attributes.guid = m_entry.guid;
+    attributes.guid = m_entry.type.guid;
     attributes.memidConstructor = MEMBERID_NIL;
     attributes.memidDestructor = MEMBERID_NIL;
     attributes.cbSizeInstance = sizeof(void*);
@@ -145,7 +143,8 @@ class TypeInformation final : public Resident<ITypeInfo> {
         m_entry.functions ? (kInheritedSlots + m_entry.functions) * sizeof(void*) : 0);
     attributes.cbAlignment = alignof(void*);
     attributes.wTypeFlags = m_entry.flags;
-    attributes.wMajorVerNum = 1;
+    attributes.wMajorVerNum = kLibraryMajor;
+    attributes.wMinorVerNum = kLibraryMinor;
     return S_OK;
   }
   void STDMETHODCALLTYPE ReleaseTypeAttr(TYPEATTR* pTypeAttr) override {
@@ -193,13 +192,13 @@ class TypeInformation final : public Resident<ITypeInfo> {
                                              DWORD* pdwHelpContext, BSTR* pBstrHelpFile) override
       try {
     if (memid == MEMBERID_NIL) {
-      return Document(m_entry.name, m_entry.help, pBstrName, pBstrDocString, pdwHelpContext,
-                      pBstrHelpFile);
+      return Document(m_entry.type.name, m_entry.type.help, pBstrName, pBstrDocString,
+                      pdwHelpContext, pBstrHelpFile);
     }
     const Method* const method = Find(memid);
     if (!method) return TYPE_E_ELEMENTNOTFOUND;
-    return Document(method->name, std::u16string(u"method ") + method->name, pBstrName,
-                    pBstrDocString, pdwHelpContext, pBstrHelpFile);
+    return Document(method->name, HelpOf(*method), pBstrName, pBstrDocString, pdwHelpContext,
+                    pBstrHelpFile);
   } catch (const std::bad_alloc&) {
     return E_OUTOFMEMORY;
   }
@@ -275,7 +274,7 @@ class TypeLibrary final : public Resident<ITypeLib> {
   }
   HRESULT STDMETHODCALLTYPE GetTypeInfoOfGuid(REFGUID guid, ITypeInfo** ppTInfo) override {
     const auto* const found =
-        std::ranges::find(kTypes, guid, [](const TypeEntry& entry) { return entry.guid; });
+        std::ranges::find(kTypes, guid, [](const TypeEntry& entry) { return entry.type.guid; });
     return Give(
         found == kTypes.end() ? nullptr : TypeAt(static_cast<HREFTYPE>(found - kTypes.begin())),
         ppTInfo, TYPE_E_ELEMENTNOTFOUND);
@@ -285,9 +284,10 @@ class TypeLibrary final : public Resident<ITypeLib> {
     if (!ppTLibAttr) return E_POINTER;
     *ppTLibAttr = new (std::nothrow) TLIBATTR{};
     if (!*ppTLibAttr) return E_OUTOFMEMORY;
-    (*ppTLibAttr)->guid = LIBID_ORXDBLib;
+    (*ppTLibAttr)->guid = kDescribedLibrary.guid;
     (*ppTLibAttr)->syskind = SYS_WIN64;
-    (*ppTLibAttr)->wMajorVerNum = 1;
+    (*ppTLibAttr)->wMajorVerNum = kLibraryMajor;
+    (*ppTLibAttr)->wMinorVerNum = kLibraryMinor;
     return S_OK;
   }
   void STDMETHODCALLTYPE ReleaseTLibAttr(TLIBATTR* pTLibAttr) override {
@@ -297,13 +297,13 @@ class TypeLibrary final : public Resident<ITypeLib> {
   HRESULT STDMETHODCALLTYPE GetDocumentation(INT index, BSTR* pBstrName, BSTR* pBstrDocString,
                                              DWORD* pdwHelpContext, BSTR* pBstrHelpFile) override {
     if (index == -1) {
-      return Document(u"ORXDBLib", u"ORXDB 1.0 Type Library", pBstrName, pBstrDocString,
+      return Document(kDescribedLibrary.name, kDescribedLibrary.help, pBstrName, pBstrDocString,
                       pdwHelpContext, pBstrHelpFile);
     }
     const auto type = static_cast<UINT>(index);
     if (type >= kLibraryTypes) return TYPE_E_ELEMENTNOTFOUND;
-    return Document(kTypes[type].name, kTypes[type].help, pBstrName, pBstrDocString, pdwHelpContext,
-                    pBstrHelpFile);
+    return Document(kTypes[type].type.name, kTypes[type].type.help, pBstrName, pBstrDocString,
+                    pdwHelpContext, pBstrHelpFile);
   }
 
   HRESULT STDMETHODCALLTYPE GetTypeComp(ITypeComp** ppTComp) override {
@@ -326,12 +326,20 @@ ITypeInfo* TypeAt(HREFTYPE index) {
   return index < types.size() ? &types[index] : nullptr;
 }
 
+ITypeInfo* Referred(HREFTYPE index) {
+  ITypeInfo* const description = TypeAt(index);
+  description->AddRef();
+  return description;
+}
+
 }  // namespace
 
 ITypeInfo* DescribeInterface() noexcept {
-  ITypeInfo* const description = TypeAt(0);
-  description->AddRef();
-  return description;
+  return Referred(kInterface);
+}
+
+ITypeInfo* DescribeClass() noexcept {
+  return Referred(kClass);
 }
 
 }  // namespace orxdb

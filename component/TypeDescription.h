@@ -14,4 +14,7 @@ namespace orxdb {
 /// description are not offered (E_NOTIMPL).
 ITypeInfo* DescribeInterface() noexcept;
 
+/// The description of the class, likewise.
+ITypeInfo* DescribeClass() noexcept;
+
 }  // namespace orxdb

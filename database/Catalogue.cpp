@@ -3,16 +3,16 @@
 
 #include "database/ListParser.h"
 #include "database/ToolDbData.h"
-#include "database/ToolTypeColumns.h"
+#include "database/ToolRules.h"
 #include "interface/KnownNames.h"
 #include "platform/framework/Exception.h"
 #include "resources/ComponentText.h"
 
-namespace {
+using orxdb::CatalogueRow;
+using orxdb::StoredQueryOf;
+using orxdb::TextField;
 
-std::string StoredQueryName(std::string_view table) {
-  return "Q_" + std::string(table);
-}
+namespace {
 
 /// Runs one part of the loading; false when it raised anything.
 template <typename Work>
@@ -38,30 +38,30 @@ bool CToolDbData::LoadCatalogue() {
 
 void CToolDbData::LoadToolTables() {
   m_toolTypesSet.Open(m_pToolTypesQuery.get());
-  ReadToolTypes();
+  ReadRows();
   for (auto& [name, table] : m_toolTables) {
-    if (!table.m_pToolQuery) table.OpenCursor(m_db, StoredQueryName(name));
+    if (!table.m_pToolQuery) table.OpenCursor(m_db, StoredQueryOf(name));
   }
   CDaoQueryDef query(&m_db);
-  query.Open(StoredQueryName("STOCK_MATERIAL"));
+  query.Open(StoredQueryOf("STOCK_MATERIAL"));
   m_stockMaterialSet.Open(&query);
 }
 
-void CToolDbData::ReadToolTypes() {
+void CToolDbData::ReadRows() {
   if (m_toolTypesSet.GetRecordCount() <= 0) return;
   for (m_toolTypesSet.MoveFirst(); !m_toolTypesSet.IsEOF(); m_toolTypesSet.MoveNext()) {
-    CToolType type = orxdb::ReadToolType(m_toolTypesSet);
-    const std::string searchParams = orxdb::TextField(m_toolTypesSet, "SEARCH_PARAM");
+    CatalogueRow row = CatalogueRow::Read(m_toolTypesSet);
+    const std::string searchParams = TextField(m_toolTypesSet, "SEARCH_PARAM");
     // Not kept, but a catalogue without the column is not read any further.
-    orxdb::TextField(m_toolTypesSet, "COMMENT");
+    TextField(m_toolTypesSet, "COMMENT");
     CToolTableInfo table;
-    table.m_strTemplTabName = orxdb::TextField(m_toolTypesSet, "TEMPL_TAB_NAME");
-    table.m_strTableName = type.tableName;
-    table.m_strToolType = type.type;
-    table.m_strToolSubtype = type.subtype;
-    m_toolTypes.push_back(std::move(type));
+    table.m_strTemplTabName = TextField(m_toolTypesSet, "TEMPL_TAB_NAME");
+    table.m_strTableName = row.tableName;
+    table.m_strToolType = row.type;
+    table.m_strToolSubtype = row.subtype;
+    m_rows.push_back(std::move(row));
     table.m_searchParamNames = orxdb::ParseSearchParams(searchParams);
-    table.m_strDefNameFormat = orxdb::TextField(m_toolTypesSet, "DEF_NAME_FORMAT");
+    table.m_strDefNameFormat = TextField(m_toolTypesSet, "DEF_NAME_FORMAT");
     m_toolTables[table.m_strTableName] = table;
   }
 }
@@ -69,7 +69,7 @@ void CToolDbData::ReadToolTypes() {
 void CToolDbData::LoadDataTables() {
   CDaoQueryDef query(&m_db);
   for (const std::string_view name : orxdb::kMachiningTables) {
-    query.Open(StoredQueryName(name));
+    query.Open(StoredQueryOf(name));
     auto records = std::make_unique<CDaoRecordset>();
     records->Open(&query);
     query.Close();

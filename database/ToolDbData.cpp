@@ -1,9 +1,7 @@
 #include "database/ToolDbData.h"
 
-#include <algorithm>
 #include <new>
 
-#include "database/ToolTypeColumns.h"
 #include "platform/framework/Exception.h"
 #include "resources/ComponentText.h"
 
@@ -47,30 +45,19 @@ CToolTableInfo* CToolDbData::FindToolTable(std::string_view name) noexcept {
   return found == m_toolTables.end() ? nullptr : &found->second;
 }
 
-std::string CToolDbData::GetFieldTypeName(std::string_view table, const std::string& field) {
-  static constexpr std::array<const char*, 16> kTypeNames = {
-      "",         "BOOLEAN", "BYTE", "SHORT",      "LONG",     "CURRENCY", "SINGLE", "DOUBLE",
-      "DATETIME", "",        "TEXT", "LONGBINARY", "LONGTEXT", "",         "",       "GUID"};
-  const CToolTableInfo* tools = FindToolTable(table);
-  if (!tools) return {};
+const orxdb::FieldType& CToolDbData::TypeOfField(std::string_view table, const std::string& field) {
+  CDaoFieldInfo info;
   try {
-    CDaoFieldInfo info;
-    tools->ToolSet().GetFieldInfo(field, info);
-    const auto type = static_cast<std::size_t>(info.m_nType);
-    return type < kTypeNames.size() ? kTypeNames[type] : "";
+    if (const CToolTableInfo* tools = FindToolTable(table)) {
+      tools->ToolSet().GetFieldInfo(field, info);
+    }
   } catch (const CException& exception) {
     orxdb::DropMessage(exception);
-    return {};
   }
+  return orxdb::FieldTypeOf(info.m_nType);
 }
 
 CDaoRecordset* CToolDbData::FindDataTable(std::string_view name) noexcept {
   const auto found = m_dataTables.find(name);
   return found == m_dataTables.end() ? nullptr : found->second.get();
-}
-
-bool CToolDbData::IsHiddenProperty(std::string_view name) noexcept {
-  return std::ranges::any_of(kHiddenProps, [name](std::string_view part) {
-    return name.find(part) != std::string_view::npos;
-  });
 }

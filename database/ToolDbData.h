@@ -1,23 +1,17 @@
 #pragma once
 
-#include <array>
 #include <map>
 #include <memory>
 #include <string>
 #include <string_view>
 #include <vector>
 
+#include "database/CatalogueRow.h"
 #include "database/ToolTableInfo.h"
-#include "database/operations/DaoDatabase.h"
-#include "database/operations/DaoQueryDef.h"
-#include "database/operations/DaoRecordset.h"
-
-/// One row of the catalogue: a kind of tool. `tableName` is without the "Q_" of its stored query.
-struct CToolType {
-  std::string type;
-  std::string subtype;
-  std::string tableName;
-};
+#include "database/records/DaoDatabase.h"
+#include "database/records/DaoQueryDef.h"
+#include "database/records/DaoRecordset.h"
+#include "values/FieldTypes.h"
 
 /// The database, its catalogue and everything opened with it.
 ///
@@ -48,13 +42,12 @@ class CToolDbData {
 
   CDaoDatabase& Database() noexcept { return m_db; }
   /// The rows of the catalogue in their order, a table named twice included twice.
-  const std::vector<CToolType>& ToolTypes() const noexcept { return m_toolTypes; }
+  const std::vector<orxdb::CatalogueRow>& Rows() const noexcept { return m_rows; }
   CToolTables& ToolTables() noexcept { return m_toolTables; }
   /// The entry of a tool table; null when the catalogue does not name it.
   CToolTableInfo* FindToolTable(std::string_view name) noexcept;
-  /// The database's name for the type of a tool table's field, "DOUBLE" for instance; empty for an
-  /// unnamed type, and when table or field are unknown.
-  std::string GetFieldTypeName(std::string_view table, const std::string& field);
+  /// The type of a tool table's field; that of computed columns when table or field are unknown.
+  const orxdb::FieldType& TypeOfField(std::string_view table, const std::string& field);
   /// The recordset of a machining-data table, named without "Q_"; null for an unknown name.
   CDaoRecordset* FindDataTable(std::string_view name) noexcept;
   /// The recordset over the catalogue query; closed before a database is open.
@@ -62,17 +55,11 @@ class CToolDbData {
   /// The recordset of the stock materials; closed when they could not be opened.
   CDaoRecordset& StockMaterialSet() noexcept { return m_stockMaterialSet; }
 
-  /// Parts of property names that mark a property as not meant to be shown.
-  static constexpr std::array<std::string_view, 8> kHiddenProps = {
-      "ID", "AUX_", "Overall_Len", "Exposed_Len", "IsFavorite", "Fit", "Feed", "Speed"};
-  /// Whether any of them occurs in the name, letter case included.
-  static bool IsHiddenProperty(std::string_view name) noexcept;
-
  private:
   /// Closes recordsets and queries before the database.
   void CloseAll() noexcept;
   void LoadToolTables();
-  void ReadToolTypes();
+  void ReadRows();
   void LoadDataTables();
 
   CDaoDatabase m_db;
@@ -82,7 +69,7 @@ class CToolDbData {
   CDaoRecordset m_toolTypesSet;
   std::unique_ptr<CDaoQueryDef> m_pToolTypesQuery;
   CDaoRecordset m_stockMaterialSet;
-  std::vector<CToolType> m_toolTypes;
+  std::vector<orxdb::CatalogueRow> m_rows;
 };
 
 /// The one data object behind all objects of the component; null while there is none. The newest

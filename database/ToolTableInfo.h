@@ -5,8 +5,8 @@
 #include <vector>
 
 #include "database/CommonProperty.h"
-#include "database/operations/DaoQueryDef.h"
-#include "database/operations/DaoRecordset.h"
+#include "database/records/DaoQueryDef.h"
+#include "database/records/DaoRecordset.h"
 
 /// What the catalogue tells of one tool table, and the table's cursor.
 ///

@@ -111,14 +111,4 @@ std::string NameFormat(const CToolTableInfo& table) {
   return format.empty() ? format : format + "    ";
 }
 
-std::string UniqueToolName(BSTR table, const std::string& name, IOrxDbObj& own) {
-  std::string candidate = name;
-  for (int n = 1;; ++n) {
-    VARIANT_BOOL unique = VARIANT_TRUE;
-    own.IsToolNameUnique(table, WidenToBstr(candidate).get(), &unique);
-    if (unique != VARIANT_FALSE) return candidate;
-    candidate = name + '_' + std::to_string(n);
-  }
-}
-
 }  // namespace orxdb

@@ -24,8 +24,4 @@ std::string BuildDefaultToolName(const std::string& format, const std::string& t
 /// four blanks, which show only in names made by a format without percent signs.
 std::string NameFormat(const CToolTableInfo& table);
 
-/// `name`, or the first of name_1, name_2, ... that is not in use. Asks IsToolNameUnique of the
-/// component; ends with the name in hand when that fails.
-std::string UniqueToolName(BSTR table, const std::string& name, IOrxDbObj& own);
-
 }  // namespace orxdb

@@ -1,9 +1,10 @@
-// Whether names of tools are in use.
+// Names of tools that no other tool of the table has.
 #pragma once
 
 #include <string>
 
 #include "database/ToolTableInfo.h"
+#include "interface/IOrxDbObj.h"
 
 namespace orxdb {
 
@@ -12,5 +13,14 @@ namespace orxdb {
 /// raises. The cursor stays on its record; one without a current record ends on the last tool when
 /// the name is in use.
 bool IsToolNameUnique(const CToolTableInfo& table, const std::string& name);
+
+/// Whether a new tapping head may have that name, as IsToolNameUnique of the component tells; it
+/// may when the question fails. If not, the user has been told by a message, which lets the host
+/// run: it can end the data object.
+bool IsHeadNameFree(BSTR name, IOrxDbObj& own);
+
+/// `name`, or the first of name_1, name_2, ... that is not in use. Asks IsToolNameUnique of the
+/// component; ends with the name in hand when that fails.
+std::string UniqueToolName(BSTR table, const std::string& name, IOrxDbObj& own);
 
 }  // namespace orxdb

@@ -5,7 +5,7 @@
 #include "browse/PropertyArrays.h"
 #include "browse/ToolCursor.h"
 #include "database/ToolRules.h"
-#include "platform/framework/MessageBox.h"
+#include "edit/ToolNames.h"
 #include "platform/framework/Text.h"
 #include "resources/ComponentText.h"
 #include "resources/StringTable.h"
@@ -31,7 +31,14 @@ class PropertyPairs {
   explicit operator bool() const noexcept { return m_match; }
   std::size_t size() const noexcept { return m_names.size(); }
   std::string Name(std::size_t position) const { return NarrowBstr(m_names[position]); }
-  const VARIANT& Value(std::size_t position) const { return m_values[position]; }
+  /// A copy of the value, or of the one that a reference leads to. A reference that leads nowhere
+  /// stays one, which no field takes.
+  Variant Value(std::size_t position) const {
+    Variant value;
+    const HRESULT copied = VariantCopyInd(value.ptr(), &m_values[position]);
+    if (copied == E_OUTOFMEMORY) throw CMemoryException();
+    return SUCCEEDED(copied) ? std::move(value) : Variant::CopyOf(m_values[position]);
+  }
 
  private:
   static std::optional<LONGLONG> Distance(SAFEARRAY* array) {
@@ -99,14 +106,6 @@ void WriteField(CDaoRecordset& record, const std::string& name, Variant& value) 
   }
 }
 
-/// Whether the tool may have this name; if not, the user has been told.
-bool IsHeadNameFree(const CToolTableInfo& table, const VARIANT& name, IOrxDbObj& own) {
-  VARIANT_BOOL unique = VARIANT_TRUE;  // and stays so when the question fails
-  own.IsToolNameUnique(WidenToBstr(table.m_strTableName).get(), TextOf(name), &unique);
-  if (unique == VARIANT_FALSE) ShowComponentMessage(IDS_HEAD_NAME_IN_USE, MB_ICONSTOP);
-  return unique != VARIANT_FALSE;
-}
-
 }  // namespace
 
 HRESULT AddTool(CDaoDatabase& database, const CToolTableInfo& table, const VARIANT& names,
@@ -124,12 +123,12 @@ HRESULT AddTool(CDaoDatabase& database, const CToolTableInfo& table, const VARIA
   for (std::size_t i = 0; i < pairs.size(); ++i) {
     const std::string name = pairs.Name(i);
     if (IsUnwrittenField(table.m_strTableName, name)) continue;
+    Variant value = pairs.Value(i);
     if (name == "Name" && table.m_strTableName == kTappingHeadTable &&
-        !IsHeadNameFree(table, pairs.Value(i), own)) {
-      return E_FAIL;
+        !IsHeadNameFree(TextOf(value.get()), own)) {
+      return E_FAIL;  // at once: the message lets the host run, which may have ended the database
     }
-    if (IsNoValue(pairs.Value(i))) continue;
-    Variant value = Variant::CopyOf(pairs.Value(i));
+    if (IsNoValue(value.get())) continue;
     tools.GetFieldInfo(name, field, AFX_DAO_SECONDARY_INFO);
     if (IsLookupField(field, table)) ResolveLookup(database, field, LookupMiss::KeepText, value);
     WriteField(record, name, value);
@@ -156,7 +155,7 @@ HRESULT ChangeTool(CDaoDatabase& database, const CToolTableInfo& table, LONG id,
   for (std::size_t i = 0; i < pairs.size(); ++i) {
     const std::string name = pairs.Name(i);
     if (IsUnwrittenField(table.m_strTableName, name)) continue;
-    Variant value = Variant::CopyOf(pairs.Value(i));
+    Variant value = pairs.Value(i);
     tools.GetFieldInfo(name, field, AFX_DAO_ALL_INFO);
     if (IsLookupField(field, table) && !IsNoValue(value.get())) {
       ResolveLookup(database, field, LookupMiss::Raise, value);

@@ -1,6 +1,5 @@
 // The dialect's translator. An input has lines: criteria, an ordering, and a SELECT to run instead
 // of the stored query; lines that are missing are empty.
-#include <array>
 #include <sstream>
 
 #include "tests/database/RecordsetFixture.h"
@@ -16,10 +15,12 @@ class DialectFuzz : public RecordsetFixture {
         "INSERT INTO MILL (Name, D, Coating, Fav, Made) VALUES ('F1', 1.5, 1, -1, "
         "'2024-05-06'), ('f2', -2, NULL, 0, NULL), (NULL, NULL, 2, NULL, 'no date')");
     Database();
-    m_version = Ask("PRAGMA data_version");
   }
 
-  void Run(const std::string& criteria, const std::string& order, std::string select) {
+  void Run(std::istringstream lines) {
+    const std::string version = Ask("PRAGMA data_version");
+    std::string criteria, order, select;
+    std::getline(std::getline(std::getline(lines, criteria), order), select);
     if (select.empty()) select = "SELECT * FROM Q_MILL";
     if (!order.empty()) select += " ORDER BY " + order;
     for (const int type : {dbOpenDynaset, dbOpenSnapshot}) {
@@ -34,13 +35,10 @@ class DialectFuzz : public RecordsetFixture {
         // Most texts are refused.
       }
     }
-    EXPECT_EQ(Ask("PRAGMA data_version"), m_version) << "a text wrote to the file";
+    EXPECT_EQ(Ask("PRAGMA data_version"), version) << "a text wrote to the file";
   }
 
- private:
   void TestBody() override {}
-
-  std::string m_version;
 };
 
 }  // namespace
@@ -48,9 +46,6 @@ class DialectFuzz : public RecordsetFixture {
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   static orxdb::DialectFuzz database;
-  std::istringstream input(std::string(reinterpret_cast<const char*>(data), size));
-  std::array<std::string, 3> lines;
-  for (std::string& line : lines) std::getline(input, line);
-  database.Run(lines[0], lines[1], lines[2]);
+  database.Run(std::istringstream(std::string(reinterpret_cast<const char*>(data), size)));
   return 0;
 }

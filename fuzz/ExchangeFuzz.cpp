@@ -6,8 +6,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   test::FuzzHost host;
   const auto file = host.m_folder / "tools.txt";
   const Bstr path = WidenToBstr(file.string());
-  std::ofstream(file, std::ios::binary)
-      .write(reinterpret_cast<const char*>(data), static_cast<std::streamsize>(size));
+  std::ofstream(file, std::ios::binary) << std::string(data, data + size);
   EXPECT_EQ(host.m_db->ImportToolRecordsFromFile(path.get(), 0), S_OK);
   EXPECT_EQ(host.m_db->SetTabFilter(Bstr(u"TAP").get(), nullptr, Bstr(u"ID").get()), S_OK);
   EXPECT_EQ(host.m_db->ExportToolRecordsToFile(Bstr(u"TAP").get(), path.get(), 0), S_OK);

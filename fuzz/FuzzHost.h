@@ -23,8 +23,6 @@ class FuzzHost : public ComponentTest {
     std::ofstream(m_file, std::ios::binary) << image;
     EXPECT_EQ(SetMdbFile(*m_db, m_file), S_OK);
   }
-  FuzzHost(const FuzzHost&) = delete;
-  FuzzHost& operator=(const FuzzHost&) = delete;
   ~FuzzHost() override { TearDown(); }
 
   /// The seeded database as a file of small pages.
@@ -32,12 +30,13 @@ class FuzzHost : public ComponentTest {
     static const std::string image = [] {
       const TemporaryFolder folder;
       SeedDatabase(folder / "seed.mdb");
-      RunSql(folder / "seed.mdb", "PRAGMA page_size = 512; VACUUM");
+      QueryRows(folder / "seed.mdb", "PRAGMA page_size = 512; VACUUM");
       return Contents(folder / "seed.mdb");
     }();
     return image;
   }
 
+  using ComponentTest::Gives;
   using ComponentTest::m_db;
   using ComponentTest::m_file;
   using ComponentTest::m_folder;

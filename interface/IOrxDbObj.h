@@ -21,8 +21,10 @@
 //   are compared by the rules of the database.
 // - Tables are named as GetToolTypes names them, without the "Q_" of their stored query.
 // - A call waits up to five seconds for other programs that hold the file, and the database works
-//   up to ten seconds on one statement, the ordering of a very large table for instance; then the
-//   call fails.
+//   up to ten seconds on one statement, the ordering of a very large table for instance, and with
+//   up to 256 MiB of memory, what is sorted and kept included; then the call fails.
+// - A text, a picture, and a record as a whole may be up to 16 MiB long. Of what another program
+//   stored beyond that, the value cannot be read and the record cannot be changed.
 //
 // Property arrays describe one record: a name array (VT_ARRAY | VT_BSTR) and a value array
 // (VT_ARRAY | VT_VARIANT) of equal length, one dimension, lower bound 0; element i of the values
@@ -207,6 +209,12 @@ struct IOrxDbObj : public IDispatch {
   /// The property arrays that a new tool would start with. A temporary tool is added and deleted
   /// again, so `ID` and `Name` are its, and an identifier is used up. Both out-parameters must be
   /// empty, and stay so for an unknown table. The cursor stays on its record.
+  ///
+  /// Deletes the tool at the cursor instead when the temporary one is not stored (a column that
+  /// must have a value has no default, a constraint or trigger refuses it, in TAPPING_HEAD a head
+  /// has its name already, the file is full or locked) or not shown by the table's stored query
+  /// (an inner join). The first kind takes no tool with it while the cursor is behind the last one,
+  /// where GetNextTool gives nothing. docs/schemas.md tells what a table needs.
   virtual HRESULT STDMETHODCALLTYPE GetDefPropsValues(BSTR bstrToolTable, VARIANT* pPropNames,
                                                       VARIANT* pProps) = 0;
 

@@ -43,9 +43,7 @@ Variant PermissibleValues(CDaoDatabase& database, const CToolTableInfo& table,
       tapDiameter > 0 && property == "TappingHead" && IsTapTable(table.m_strTableName);
   std::string sql = "SELECT " + column + " FROM ";
   if (headsOfTap) {
-    const std::string diameter = DoubleToString(tapDiameter, 6);
-    sql += "Q_" + source + " WHERE [AUX_Metric_Min_Diameter]<=" + diameter +
-           " AND [AUX_Metric_Max_Diameter]>=" + diameter;
+    sql += StoredQueryOf(source) + " WHERE " + HeadsTaking(DoubleToString(tapDiameter, 6));
   } else {
     sql += source;
   }
@@ -62,7 +60,7 @@ Variant PermissibleValues(CDaoDatabase& database, const CToolTableInfo& table,
 
 ShownValues StandardDiameters(CDaoDatabase& database, const std::string& table,
                               const std::string& property) {
-  if (property != "Diameter" || (table != "FLAT_END_MILL" && table != "BALL_END_MILL")) return {};
+  if (property != "Diameter" || !HasStandardDiameters(table)) return {};
   CDaoRecordset rows(&database);
   rows.Open(AFX_DAO_USE_DEFAULT_TYPE,
             "SELECT [METRIC], [IMP_DECIM], [LET_NUM_FRACT] FROM T_FEM_TEMPL "

@@ -19,12 +19,10 @@ Variant Find(const Bstr& property, Variant& names, Variant& values, IOrxDbObj& o
 }  // namespace
 
 TappingHeads HeadsForTap(double metricDiameter, IOrxDbObj& own) {
-  const std::string diameter = DoubleToString(metricDiameter, 6);
   const Bstr table = WidenToBstr(kTappingHeadTable);
   const Bstr nameField(u"Name");
   const Bstr idField(u"TAPPING_HEAD.ID");
-  const Bstr filter = WidenToBstr("[AUX_Metric_Min_Diameter] <= " + diameter +
-                                  " AND [AUX_Metric_Max_Diameter]>=" + diameter);
+  const Bstr filter = WidenToBstr(HeadsTaking(DoubleToString(metricDiameter, 6)));
   own.SetTabFilter(table.get(), filter.get(), Bstr(u"").get());
 
   std::vector<Bstr> names;

@@ -1,5 +1,6 @@
 #!/usr/bin/env python3
-"""Checks that every source file includes only files of its own folder or of lower ones.
+"""Checks that every source file includes only files of its own folder or of lower ones, and that
+the database engine's own header stays with those who speak to the engine.
 
 usage: layering.py ROOT
 """
@@ -14,23 +15,33 @@ ORDER = [
     "interface",
     "resources",
     "values",
-    "database/operations",
+    "database/dialect",
+    "database/engine",
+    "database/records",
     "database",
     "browse",
     "lookups",
     "edit",
     "exchange",
     "component",
-    "host",
+    "host/library",
+    "host/transfer",
+    "host/output",
+    "host/verbs",
     "tests",
     "fuzz",
     "benchmarks",
     "examples",
 ]
 # The host knows the component by its interface alone.
-ONLY = {"host": {"host", "interface", "platform/automation", "platform/framework"}}
+HOST = "host/"
+HOST_KNOWS = (HOST, "interface", "platform/")
 # Nobody includes these but themselves; fuzzers are tests of another kind.
 TOPS = {"tests", "fuzz", "benchmarks", "examples"}
+# Outside the TOPS, the database engine is spoken to by the sources of this folder alone: its own
+# headers let nobody else do so.
+ENGINE = "database/engine"
+ENGINE_HEADER = re.compile(r'^\s*#\s*include\s*[<"]sqlite3\w*\.h[>"]', re.MULTILINE)
 NOT_SOURCES = {"build", ".git"}
 INCLUDE = re.compile(r'^\s*#\s*include\s*"([^"]+)"', re.MULTILINE)
 
@@ -47,8 +58,8 @@ def layer(path):
 
 
 def allowed(own, other):
-    if own in ONLY:
-        return other in ONLY[own]
+    if own.startswith(HOST) and not other.startswith(HOST_KNOWS):
+        return False
     return own == other or (own, other) == ("fuzz", "tests") or (
         other not in TOPS and ORDER.index(other) < ORDER.index(own))
 
@@ -60,7 +71,11 @@ def violations(root):
         if own is None:
             found.append(f"{path}: its folder has no place in the order")
             continue
-        for name in INCLUDE.findall((root / path).read_text(encoding="utf-8")):
+        text = (root / path).read_text(encoding="utf-8")
+        speaks = own in TOPS or (own == ENGINE and path.suffix == ".cpp")
+        if not speaks and ENGINE_HEADER.search(text):
+            found.append(f"{path}: only sources of {ENGINE} may include the engine's header")
+        for name in INCLUDE.findall(text):
             other = layer(Path(name))
             if other is None:
                 found.append(f'{path}: "{name}" does not start at the project root')

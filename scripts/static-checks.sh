@@ -4,7 +4,7 @@
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
 
-scripts/install-packages.sh clang clang-tidy pkg-config dpkg-dev
+scripts/install-packages.sh clang clang-format clang-tidy pkg-config dpkg-dev file
 cmake --preset debug > /dev/null
 # Sources that the build makes are read by others.
 cmake --build --preset debug --target orxdb_resources orxdb > /dev/null

@@ -26,6 +26,13 @@ constexpr bool EqualNoCase(std::u16string_view left, std::u16string_view right) 
   return std::ranges::equal(left, right, {}, LowerAscii, LowerAscii);
 }
 
+/// The text with its ASCII letters small: a key under which names meet that differ in case.
+inline std::string Folded(std::string_view text) {
+  std::string folded(text);
+  std::ranges::transform(folded, folded.begin(), LowerAscii);
+  return folded;
+}
+
 /// The part of `text` from its first to its last character that is not among `blanks`.
 template <typename C>
 constexpr std::basic_string_view<C> Trim(

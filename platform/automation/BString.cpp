@@ -4,6 +4,7 @@
 #include <atomic>
 #include <cstdlib>
 #include <cstring>
+#include <functional>
 #include <limits>
 #include <string>
 
@@ -21,8 +22,10 @@ char* BlockOf(BSTR string) {
   return reinterpret_cast<char*>(string) - kHeaderSize;
 }
 
-/// A string of `byteCount` unset bytes with its count and terminator; null without memory.
+/// A string of `byteCount` unset bytes with its count and terminator; null without memory, and for
+/// a string that would not fit into 4 GB with what stands around it.
 char* Allocate(UINT byteCount) {
+  if (byteCount > std::numeric_limits<UINT>::max() - kHeaderSize - kTerminatorSize) return nullptr;
   auto* block = static_cast<char*>(std::malloc(kHeaderSize + byteCount + kTerminatorSize));
   if (!block) return nullptr;
   char* text = block + kHeaderSize;
@@ -64,11 +67,16 @@ INT SysReAllocString(BSTR* string, const OLECHAR* text) {
 
 INT SysReAllocStringLen(BSTR* string, const OLECHAR* text, UINT length) {
   if (!string) return 0;
-  BSTR replacement = SysAllocStringLen(text, length);
+  BSTR replacement = SysAllocStringLen(nullptr, length);
   if (!replacement) return 0;
-  if (!text && *string) {
-    std::copy_n(*string, std::min(length, SysStringLen(*string)), replacement);
-  }
+  if (!text) text = *string;
+  const OLECHAR* const end = *string + SysStringLen(*string);
+  const std::less_equal<> before;
+  const bool isOwn = *string && before(*string, text) && before(text, end);
+  // The old string ends where it ends, however many characters are asked for.
+  const std::size_t known =
+      isOwn ? std::min<std::size_t>(length, static_cast<std::size_t>(end - text)) : length;
+  if (text) std::copy_n(text, known, replacement);
   SysFreeString(*string);
   *string = replacement;
   return 1;

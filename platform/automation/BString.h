@@ -15,16 +15,16 @@ AUTOMATION_API BSTR SysAllocString(const OLECHAR* text);
 AUTOMATION_API BSTR SysAllocStringLen(const OLECHAR* text, UINT length);
 
 /// A string of `length` bytes, copied from `bytes`; null `bytes` leaves them unset. Null without
-/// memory.
+/// memory, and always for the last few lengths below 4 GB.
 AUTOMATION_API BSTR SysAllocStringByteLen(const char* bytes, UINT length);
 
 /// Replaces the string by a copy of zero-terminated `text`. False, and the string unchanged,
 /// without memory.
 AUTOMATION_API INT SysReAllocString(BSTR* string, const OLECHAR* text);
 
-/// Replaces the string by `length` characters of `text`, which may lie within the old string. Null
-/// `text` keeps the old characters up to `length` and leaves further ones unset. False, and the
-/// string unchanged, without memory.
+/// Replaces the string by `length` characters of `text`. Where `text` lies within the old string it
+/// ends with that: further characters are left unset. Null `text` stands for the old string from
+/// its beginning. False, and the string unchanged, without memory.
 AUTOMATION_API INT SysReAllocStringLen(BSTR* string, const OLECHAR* text, UINT length);
 
 /// Frees the string. Null is harmless.

@@ -4,28 +4,23 @@
 #include <cstdlib>
 #include <filesystem>
 #include <iterator>
-#include <new>
+#include <span>
 #include <string>
 #include <string_view>
+#include <sys/random.h>
 
 #include "platform/automation/Ascii.h"
 #include "platform/automation/ClassFiles.h"
 #include "platform/automation/ClassLibraries.h"
 #include "platform/automation/ComPtr.h"
+#include "platform/automation/Guarded.h"
 
 namespace {
 
-/// Runs what may throw (memory, file names) behind an interface that must not.
-template <typename Work>
-HRESULT Guarded(Work&& work) noexcept {
-  try {
-    return work();
-  } catch (const std::bad_alloc&) {
-    return E_OUTOFMEMORY;
-  } catch (...) {
-    return E_UNEXPECTED;
-  }
-}
+using orxdb::Guarded;
+
+/// Characters of an identifier's text with its final zero.
+constexpr INT kGuidLength = 39;
 
 HRESULT ClassFromProgId(const std::string& progId, CLSID& clsid) {
   if (progId.empty()) return CO_E_CLASSSTRING;
@@ -36,6 +31,11 @@ HRESULT ClassFromProgId(const std::string& progId, CLSID& clsid) {
   if (!found) return CO_E_CLASSSTRING;
   clsid = found->clsid;
   return S_OK;
+}
+
+/// Text of `length` characters for whoever frees it with CoTaskMemFree; null without memory.
+LPOLESTR AllocateText(std::size_t length) {
+  return static_cast<LPOLESTR>(CoTaskMemAlloc((length + 1) * sizeof(OLECHAR)));
 }
 
 }  // namespace
@@ -54,12 +54,11 @@ HRESULT ProgIDFromCLSID(REFCLSID clsid, LPOLESTR* progId) {
         orxdb::FindClass([&](const orxdb::ClassFile& file) { return file.clsid == clsid; });
     if (!found || found->progId.empty()) return REGDB_E_CLASSNOTREG;
     const std::string& text = found->progId;
-    auto* copy = static_cast<OLECHAR*>(CoTaskMemAlloc((text.size() + 1) * sizeof(OLECHAR)));
-    if (!copy) return E_OUTOFMEMORY;
-    std::transform(text.begin(), text.end(), copy,
+    *progId = AllocateText(text.size());
+    if (!*progId) return E_OUTOFMEMORY;
+    std::transform(text.begin(), text.end(), *progId,
                    [](char c) { return static_cast<OLECHAR>(static_cast<unsigned char>(c)); });
-    copy[text.size()] = 0;
-    *progId = copy;
+    (*progId)[text.size()] = 0;
     return S_OK;
   });
 }
@@ -91,8 +90,7 @@ HRESULT IIDFromString(const OLECHAR* text, IID* iid) {
 }
 
 INT StringFromGUID2(REFGUID guid, OLECHAR* text, INT capacity) {
-  constexpr INT kLength = 39;
-  if (!text || capacity < kLength) return 0;
+  if (!text || capacity < kGuidLength) return 0;
   const auto hex = [&text](std::uint32_t value, int digits) {
     for (int i = digits; i-- > 0; value >>= 4) text[i] = u"0123456789ABCDEF"[value & 0xF];
     text += digits;
@@ -110,7 +108,26 @@ INT StringFromGUID2(REFGUID guid, OLECHAR* text, INT capacity) {
   }
   *text++ = u'}';
   *text = 0;
-  return kLength;
+  return kGuidLength;
+}
+
+HRESULT StringFromCLSID(REFCLSID clsid, LPOLESTR* text) {
+  if (!text) return E_INVALIDARG;
+  *text = AllocateText(kGuidLength - 1);
+  return StringFromGUID2(clsid, *text, kGuidLength) ? S_OK : E_OUTOFMEMORY;
+}
+
+HRESULT StringFromIID(REFIID iid, LPOLESTR* text) {
+  return StringFromCLSID(iid, text);
+}
+
+HRESULT CoCreateGuid(GUID* guid) {
+  if (!guid) return E_INVALIDARG;
+  if (getrandom(guid, sizeof *guid, 0) != sizeof *guid) return E_UNEXPECTED;
+  // The marks of identifiers that are drawn by chance: version 4 of the usual variant.
+  guid->Data3 = static_cast<std::uint16_t>((guid->Data3 & 0x0FFF) | 0x4000);
+  guid->Data4[0] = static_cast<std::uint8_t>((guid->Data4[0] & 0x3F) | 0x80);
+  return S_OK;
 }
 
 HRESULT CoGetClassObject(REFCLSID clsid, DWORD context, void* reserved, REFIID iid, void** object) {
@@ -147,6 +164,26 @@ HRESULT CoCreateInstance(REFCLSID clsid, IUnknown* outer, DWORD context, REFIID 
       CoGetClassObject(clsid, context, nullptr, IClassFactory::iid, factory.putVoid());
   if (FAILED(status)) return status;
   return factory ? factory->CreateInstance(outer, iid, object) : CO_E_ERRORINDLL;
+}
+
+HRESULT CoCreateInstanceEx(REFCLSID clsid, IUnknown* outer, DWORD context, COSERVERINFO* server,
+                           DWORD count, MULTI_QI* results) {
+  if (!results || count == 0 || (server && server->pwszName)) return E_INVALIDARG;
+  DWORD given = 0;
+  orxdb::ComPtr<IUnknown> object;
+  const HRESULT status = CoCreateInstance(clsid, outer, context, IID_IUnknown, object.putVoid());
+  for (MULTI_QI& result : std::span(results, count)) {
+    result.pItf = nullptr;
+    result.hr = E_INVALIDARG;
+    if (FAILED(status)) {
+      result.hr = status;
+    } else if (result.pIID) {
+      result.hr = object.QueryInterface(*result.pIID, reinterpret_cast<void**>(&result.pItf));
+    }
+    if (SUCCEEDED(result.hr)) ++given;
+  }
+  if (FAILED(status)) return status;
+  return given == count ? S_OK : given > 0 ? CO_S_NOTALLINTERFACES : E_NOINTERFACE;
 }
 
 void CoFreeUnusedLibraries() {

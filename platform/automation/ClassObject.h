@@ -32,6 +32,21 @@
 inline constexpr DWORD CLSCTX_INPROC_SERVER = 0x1;
 inline constexpr DWORD CLSCTX_ALL = 0x17;
 
+/// Another machine to create objects on.
+struct COSERVERINFO {
+  DWORD dwReserved1;
+  LPOLESTR pwszName;
+  void* pAuthInfo;
+  DWORD dwReserved2;
+};
+
+/// An interface asked for, the reference got and the status of asking.
+struct MULTI_QI {
+  const IID* pIID;
+  IUnknown* pItf;
+  HRESULT hr;
+};
+
 extern "C" {
 
 /// Class identifier of a programmatic identifier, with or without version. CO_E_CLASSSTRING when
@@ -52,6 +67,13 @@ AUTOMATION_API HRESULT IIDFromString(const OLECHAR* text, IID* iid);
 /// Writes "{…}" in capitals with its final zero. Gives 39, or 0 when `capacity` is smaller.
 AUTOMATION_API INT StringFromGUID2(REFGUID guid, OLECHAR* text, INT capacity);
 
+/// As StringFromGUID2, in new text; free it with CoTaskMemFree.
+AUTOMATION_API HRESULT StringFromCLSID(REFCLSID clsid, LPOLESTR* text);
+AUTOMATION_API HRESULT StringFromIID(REFIID iid, LPOLESTR* text);
+
+/// A new identifier, drawn by chance.
+AUTOMATION_API HRESULT CoCreateGuid(GUID* guid);
+
 /// The class factory (or another interface of the class object) of a registered class.
 /// REGDB_E_CLASSNOTREG when no class file names it or `context` leaves out in-process servers;
 /// CO_E_DLLNOTFOUND when its library does not load; CO_E_ERRORINDLL when the library has no
@@ -68,6 +90,12 @@ AUTOMATION_API HRESULT CoGetClassObjectFromFile(const char* path, REFCLSID clsid
 /// that is null.
 AUTOMATION_API HRESULT CoCreateInstance(REFCLSID clsid, IUnknown* outer, DWORD context, REFIID iid,
                                         void** object);
+
+/// As CoCreateInstance for several interfaces of one new object: S_OK when it has them all,
+/// CO_S_NOTALLINTERFACES for some and E_NOINTERFACE for none, each with its own status. `server`
+/// must not name another machine.
+AUTOMATION_API HRESULT CoCreateInstanceEx(REFCLSID clsid, IUnknown* outer, DWORD context,
+                                          COSERVERINFO* server, DWORD count, MULTI_QI* results);
 
 /// Unloads the libraries that say that they are no longer used. Class objects and objects of
 /// theirs must be gone from this thread's stack.

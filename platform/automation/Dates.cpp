@@ -4,6 +4,9 @@
 #include <charconv>
 #include <chrono>
 #include <cmath>
+#include <iterator>
+#include <span>
+#include <utility>
 
 #include "platform/automation/Ascii.h"
 
@@ -43,6 +46,10 @@ bool DayFromParts(int year, unsigned month, unsigned day, LONG& number) {
   return true;
 }
 
+constexpr std::string_view kMonths[] = {"january",   "february", "march",    "april",
+                                        "may",       "june",     "july",     "august",
+                                        "september", "october",  "november", "december"};
+
 /// Reads text from its front; every step is false, and takes nothing, where the text is another.
 class Reader {
  public:
@@ -54,13 +61,25 @@ class Reader {
     ++m_at;
     return true;
   }
-  /// A number of `fewest` to `most` digits.
-  bool Digits(int fewest, int most, unsigned& value) {
+  bool Blanks() {
+    const char* start = m_at;
+    while (Take(' ')) continue;
+    return m_at != start;
+  }
+  /// What may part a month's name and numbers, nothing also.
+  void Gap() {
+    Blanks();
+    if (!AtEnd() && std::string_view("-/,.").find(*m_at) != std::string_view::npos) ++m_at;
+    Blanks();
+  }
+  /// A number of `fewest` to `most` digits; how many there are, 0 for none.
+  int Digits(int fewest, int most, unsigned& value) {
     const char* limit = m_at + std::min<std::ptrdiff_t>(most, m_end - m_at);
     const auto [behind, error] = std::from_chars(m_at, limit, value);
-    if (error != std::errc() || behind - m_at < fewest) return false;
+    const auto count = static_cast<int>(behind - m_at);
+    if (error != std::errc() || count < fewest) return 0;
     m_at = behind;
-    return true;
+    return count;
   }
   /// The digits behind a full stop as a part of 1.
   bool Fraction(double& value) {
@@ -72,13 +91,27 @@ class Reader {
     }
     return m_at != start;
   }
+  /// One of the words, or its first three letters or more; its number from 1, 0 for none.
+  unsigned Word(std::span<const std::string_view> words, std::size_t fewest) {
+    const char* behind = m_at;
+    while (behind != m_end && orxdb::LowerAscii(*behind) >= 'a' &&
+           orxdb::LowerAscii(*behind) <= 'z')
+      ++behind;
+    const std::string_view word(m_at, static_cast<std::size_t>(behind - m_at));
+    for (std::size_t i = 0; i < words.size() && word.size() >= fewest; ++i) {
+      if (!orxdb::EqualNoCase(word, words[i].substr(0, word.size()))) continue;
+      m_at = behind;
+      return static_cast<unsigned>(i + 1);
+    }
+    return 0;
+  }
 
  private:
   const char* m_at;
   const char* m_end;
 };
 
-bool ReadDay(Reader& reader, LONG& day) {
+bool ReadIsoDay(Reader& reader, LONG& day) {
   unsigned year = 0;
   unsigned month = 0;
   unsigned monthDay = 0;
@@ -87,15 +120,46 @@ bool ReadDay(Reader& reader, LONG& day) {
          DayFromParts(static_cast<int>(year), month, monthDay, day);
 }
 
+/// A day whose month has its name.
+bool ReadNamedDay(Reader& reader, LONG& day) {
+  struct Number {
+    unsigned value = 0;
+    int digits = 0;
+  } numbers[2];
+  unsigned month = 0;
+  Number* next = numbers;
+  for (int part = 0; part < 3; ++part) {
+    if (part > 0) reader.Gap();
+    if (month == 0 && (month = reader.Word(kMonths, 3)) != 0) continue;
+    if (next == std::end(numbers)) return false;
+    next->digits = reader.Digits(1, 4, next->value);
+    if (next++->digits == 0) return false;
+  }
+  auto& [monthDay, year] = numbers;
+  if (monthDay.value > 31) std::swap(monthDay, year);
+  if (year.digits <= 2) year.value += year.value < 30 ? 2000 : 1900;
+  return DayFromParts(static_cast<int>(year.value), month, monthDay.value, day);
+}
+
 bool ReadTime(Reader& reader, double& seconds) {
+  constexpr std::string_view kHalves[] = {"am", "pm"};
   unsigned hour = 0;
   unsigned minute = 0;
   unsigned second = 0;
   double fraction = 0;
-  if (!reader.Digits(1, 2, hour) || !reader.Take(':') || !reader.Digits(2, 2, minute)) return false;
-  if (reader.Take(':')) {
-    if (!reader.Digits(2, 2, second)) return false;
+  if (!reader.Digits(1, 2, hour)) return false;
+  const bool hasMinutes = reader.Take(':');
+  if (hasMinutes && !reader.Digits(1, 2, minute)) return false;
+  if (hasMinutes && reader.Take(':')) {
+    if (!reader.Digits(1, 2, second)) return false;
     if (reader.Take('.') && !reader.Fraction(fraction)) return false;
+  }
+  reader.Blanks();
+  if (const unsigned half = reader.Word(kHalves, 2)) {
+    if (hour > 12) return false;
+    hour = hour % 12 + 12 * (half - 1);
+  } else if (!hasMinutes) {
+    return false;
   }
   seconds = hour * 3600 + minute * 60 + second + fraction;
   return hour < 24 && minute < 60 && second < 60;
@@ -171,14 +235,16 @@ bool ParseDate(std::string_view text, DATE& date) noexcept {
   Reader reader(Trim(text, " \t\r\n"));
   LONG day = 0;
   double seconds = 0;
-  Reader dayFirst = reader;
-  if (ReadDay(dayFirst, day)) {
+  for (const auto readDay : {ReadIsoDay, ReadNamedDay}) {
+    Reader dayFirst = reader;
+    if (!readDay(dayFirst, day)) continue;
     reader = dayFirst;
     if (reader.AtEnd()) {
       date = day;
       return true;
     }
-    if (!reader.Take(' ') && !reader.Take('T')) return false;
+    if (!reader.Take('T') && !reader.Blanks()) return false;
+    break;
   }
   if (!ReadTime(reader, seconds) || !reader.AtEnd()) return false;
   date = Join(day, seconds);

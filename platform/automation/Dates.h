@@ -38,8 +38,14 @@ using DateText = std::array<char, 20>;
 /// characters, 0 for dates that VariantTimeToSystemTime refuses.
 AUTOMATION_API std::size_t FormatDate(DATE date, DateText& text) noexcept;
 
-/// Reads "YYYY-MM-DD", "YYYY-MM-DD HH:MM[:SS[.fraction]]" (also with a T between the halves) or a
-/// time of day alone; blanks around are ignored. False, and `date` unchanged, for anything else.
+/// Reads a day, a day and a time of day (parted by blanks or a T) or a time of day alone; blanks
+/// around are ignored. False, and `date` unchanged, for anything else.
+///
+/// - A day is "YYYY-MM-DD", or a month's English name (three letters or more, in any case) before,
+///   between or behind two numbers: "2-Jan-1970", "January 2, 1970". The year is the second number,
+///   or the first if no month has so many days. Years of two digits are 1930 to 2029. Days in
+///   numbers only in another order are not read: they mean something else in every country.
+/// - A time is "HH:MM[:SS[.fraction]]" or with "am" or "pm" behind it, then also without minutes.
 AUTOMATION_API bool ParseDate(std::string_view text, DATE& date) noexcept;
 
 }  // namespace orxdb

@@ -1,5 +1,6 @@
 #include "platform/automation/SafeArrays.h"
 
+#include <algorithm>
 #include <atomic>
 #include <cstdlib>
 #include <cstring>
@@ -110,6 +111,15 @@ void DropData(SAFEARRAY& array) {
     std::free(array.pvData);
   }
   array.pvData = nullptr;
+}
+
+/// Whether elements of one array can stand in the other, each in the same place.
+bool HaveOneForm(const SAFEARRAY& left, const SAFEARRAY& right) {
+  constexpr USHORT kOwning = FADF_BSTR | FADF_UNKNOWN | FADF_DISPATCH | FADF_VARIANT;
+  const auto count = [](const SAFEARRAYBOUND& bound) { return bound.cElements; };
+  return left.cbElements == right.cbElements &&
+         (left.fFeatures & kOwning) == (right.fFeatures & kOwning) &&
+         std::ranges::equal(orxdb::Bounds(left), orxdb::Bounds(right), {}, count, count);
 }
 
 }  // namespace
@@ -228,6 +238,24 @@ HRESULT SafeArrayCopy(SAFEARRAY* source, SAFEARRAY** copy) {
   return S_OK;
 }
 
+HRESULT SafeArrayCopyData(SAFEARRAY* source, SAFEARRAY* target) {
+  if (!source || !target || !source->pvData || !target->pvData || !HaveOneForm(*source, *target)) {
+    return E_INVALIDARG;
+  }
+  const std::size_t count = ElementCount(*source);
+  const std::size_t size = count * source->cbElements;
+  auto* const copies = static_cast<char*>(AllocateZeroed(size));
+  if (!copies) return E_OUTOFMEMORY;
+  const HRESULT status = orxdb::CopyElements(*source, copies, source->pvData, count);
+  // Elements do not mind being moved. What goes are the old ones, or copies that nobody needs.
+  if (SUCCEEDED(status)) {
+    std::swap_ranges(copies, copies + size, static_cast<char*>(target->pvData));
+  }
+  orxdb::ReleaseElements(*target, copies, count);
+  std::free(copies);
+  return status;
+}
+
 HRESULT SafeArrayRedim(SAFEARRAY* array, const SAFEARRAYBOUND* rightmost) {
   if (!array || !rightmost || array->cDims == 0 || !array->pvData || !IsInRange(*rightmost) ||
       (array->fFeatures & (FADF_FIXEDSIZE | FADF_CREATEVECTOR | kForeignMemory))) {
@@ -298,6 +326,18 @@ HRESULT SafeArrayGetVartype(SAFEARRAY* array, VARTYPE* type) {
   } else {
     return E_INVALIDARG;
   }
+  return S_OK;
+}
+
+HRESULT SafeArrayGetIID(SAFEARRAY* array, GUID* iid) {
+  if (!array || !iid || !(array->fFeatures & FADF_HAVEIID)) return E_INVALIDARG;
+  std::memcpy(iid, PrefixOf(array), sizeof *iid);
+  return S_OK;
+}
+
+HRESULT SafeArraySetIID(SAFEARRAY* array, REFGUID iid) {
+  if (!array || !(array->fFeatures & FADF_HAVEIID)) return E_INVALIDARG;
+  std::memcpy(PrefixOf(array), &iid, sizeof iid);
   return S_OK;
 }
 

@@ -43,6 +43,11 @@ AUTOMATION_API HRESULT SafeArrayDestroy(SAFEARRAY* array);
 /// A deep copy of the array, not locked. A null source gives a null copy.
 AUTOMATION_API HRESULT SafeArrayCopy(SAFEARRAY* source, SAFEARRAY** copy);
 
+/// Replaces the elements of `target` by copies of those of `source`, freeing what was there.
+/// E_INVALIDARG, as for null arrays, when they differ in the size or kind of their elements or in
+/// the number of elements in any dimension. On failure `target` is unchanged.
+AUTOMATION_API HRESULT SafeArrayCopyData(SAFEARRAY* source, SAFEARRAY* target);
+
 /// Changes the rightmost (slowest) dimension. Elements that stay keep their values, new ones are
 /// zero, those cut off are freed.
 AUTOMATION_API HRESULT SafeArrayRedim(SAFEARRAY* array, const SAFEARRAYBOUND* rightmost);
@@ -61,6 +66,11 @@ AUTOMATION_API HRESULT SafeArrayGetUBound(SAFEARRAY* array, UINT dimension, LONG
 
 /// Type of the elements; E_INVALIDARG when the array does not know it.
 AUTOMATION_API HRESULT SafeArrayGetVartype(SAFEARRAY* array, VARTYPE* type);
+
+/// Identifier of the interface that an array of objects holds: IUnknown or IDispatch at first.
+/// E_INVALIDARG for arrays of anything else.
+AUTOMATION_API HRESULT SafeArrayGetIID(SAFEARRAY* array, GUID* iid);
+AUTOMATION_API HRESULT SafeArraySetIID(SAFEARRAY* array, REFGUID iid);
 
 /// Locks count; E_UNEXPECTED when there are too many, or when unlocking without a lock.
 AUTOMATION_API HRESULT SafeArrayLock(SAFEARRAY* array);

@@ -35,6 +35,9 @@ inline constexpr HRESULT E_HANDLE = orxdb::StatusFromBits(0x80070006);
 inline constexpr HRESULT E_OUTOFMEMORY = orxdb::StatusFromBits(0x8007000E);
 inline constexpr HRESULT E_INVALIDARG = orxdb::StatusFromBits(0x80070057);
 
+/// Some of several interfaces are there, and some are not.
+inline constexpr HRESULT CO_S_NOTALLINTERFACES = 0x00080012;
+inline constexpr HRESULT RPC_E_CHANGED_MODE = orxdb::StatusFromBits(0x80010106);
 inline constexpr HRESULT CLASS_E_NOAGGREGATION = orxdb::StatusFromBits(0x80040110);
 inline constexpr HRESULT CLASS_E_CLASSNOTAVAILABLE = orxdb::StatusFromBits(0x80040111);
 inline constexpr HRESULT REGDB_E_READREGDB = orxdb::StatusFromBits(0x80040150);

@@ -214,6 +214,12 @@ struct ITypeLib : public IUnknown {
   virtual void STDMETHODCALLTYPE ReleaseTLibAttr(TLIBATTR* pTLibAttr) = 0;
 };
 
+/// The type of an object that has one.
+struct IProvideClassInfo : public IUnknown {
+  static constexpr const IID& iid = IID_IProvideClassInfo;
+  virtual HRESULT STDMETHODCALLTYPE GetClassInfo(ITypeInfo** ppTI) = 0;
+};
+
 struct ITypeComp : public IUnknown {
   static constexpr const IID& iid = IID_ITypeComp;
   virtual HRESULT STDMETHODCALLTYPE Bind(LPOLESTR szName, ULONG lHashVal, WORD wFlags,

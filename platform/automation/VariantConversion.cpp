@@ -49,6 +49,11 @@ constexpr bool IsUnsigned(VARTYPE type) {
   return type == VT_UI1 || type == VT_UI2 || type == VT_UI4 || type == VT_UI8 || type == VT_UINT;
 }
 
+constexpr bool IsWhole(VARTYPE type) {
+  return type == VT_I2 || type == VT_I4 || type == VT_I1 || type == VT_I8 || type == VT_INT ||
+         IsUnsigned(type);
+}
+
 HRESULT ReadText(BSTR string, VARTYPE target, Number& number) {
   const std::string ascii = ToAscii(View(string));
   NumberText text;
@@ -95,10 +100,12 @@ HRESULT ReadNumber(const VARIANT& source, VARTYPE target, Number& number) {
       number = Int128{source.ullVal};
       return S_OK;
     case VT_BOOL:
-      // Unsigned numbers take the flag's bits: true is their largest value.
-      number = source.boolVal == VARIANT_FALSE ? Int128{0}
-               : IsUnsigned(target)            ? (Int128{1} << (8 * SizeOfType(target))) - 1
-                                               : Int128{VARIANT_TRUE};
+      // Flags are numbers, also those that hold 1. Unsigned ones take their bits: true is the
+      // largest value.
+      number = Int128{source.boolVal};
+      if (IsUnsigned(target)) {
+        number = Int128{source.boolVal} & ((Int128{1} << (8 * SizeOfType(target))) - 1);
+      }
       return S_OK;
     case VT_R4:
       number = Real{source.fltVal, kSingleDigits};
@@ -325,6 +332,14 @@ HRESULT ReadDefaultProperty(IDispatch* object, VARIANT* value) {
 
 /// Writes `source`, which is of another type, to the value of the empty `target`.
 HRESULT Convert(const VARIANT& source, USHORT flags, VARTYPE type, VARIANT& target) {
+  if (type == VT_EMPTY || type == VT_NULL) {
+    return source.vt == VT_ERROR || source.vt == VT_NULL ? DISP_E_TYPEMISMATCH : S_OK;
+  }
+  // Whole numbers of one size are the same bits, with a sign or without.
+  if (IsWhole(source.vt) && IsWhole(type) && SizeOfType(source.vt) == SizeOfType(type)) {
+    target.llVal = source.llVal;
+    return S_OK;
+  }
   const bool isObject = source.vt == VT_DISPATCH || source.vt == VT_UNKNOWN;
   if (type == VT_DISPATCH || type == VT_UNKNOWN) {
     return isObject ? StoreObject(source.punkVal, type, target) : DISP_E_TYPEMISMATCH;

@@ -37,7 +37,6 @@ HRESULT Duplicate(VARIANT& value) {
   if (OwnsNothing(value.vt)) return S_OK;
   if (value.vt & VT_ARRAY) return SafeArrayCopy(value.parray, &value.parray);
   if (value.vt == VT_BSTR) {
-    if (!value.bstrVal) return S_OK;
     value.bstrVal = SysAllocStringByteLen(reinterpret_cast<const char*>(value.bstrVal),
                                           SysStringByteLen(value.bstrVal));
     return value.bstrVal ? S_OK : E_OUTOFMEMORY;

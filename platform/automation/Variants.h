@@ -28,8 +28,8 @@ AUTOMATION_API void VariantInit(VARIANT* variant);
 AUTOMATION_API HRESULT VariantClear(VARIANT* variant);
 
 /// Clears `target` and makes it a copy of `source`: strings and arrays are duplicated, objects get
-/// a reference, by-reference variants still refer to the same place. `target` is unchanged when
-/// the copy fails. Both may be the same variant.
+/// a reference, by-reference variants still refer to the same place. A null string becomes an empty
+/// one. `target` is unchanged when the copy fails. Both may be the same variant.
 AUTOMATION_API HRESULT VariantCopy(VARIANT* target, const VARIANT* source);
 
 /// As VariantCopy, but a by-reference `source` gives the value it refers to (one variant deep).
@@ -38,10 +38,12 @@ AUTOMATION_API HRESULT VariantCopyInd(VARIANT* target, const VARIANT* source);
 /// Converts `source` (by-reference too) to `type` and puts the result in `target`, which may be
 /// the same variant and is unchanged on failure.
 ///
-/// - Numbers are rounded to whole ones half to even; DISP_E_OVERFLOW when they do not fit.
+/// - Numbers are rounded to whole ones half to even; DISP_E_OVERFLOW when they do not fit. Whole
+///   numbers of one width keep their bits instead: -1 as VT_UI4 is 4294967295, and the reverse.
+/// - A flag becomes the number that it holds, usually -1; for unsigned types its bits.
 /// - Empty reads as 0, false, the zero date or empty text. VT_NULL, and text that is no number,
 ///   give DISP_E_TYPEMISMATCH, as do conversions without meaning; an impossible `type` gives
-///   DISP_E_BADVARTYPE.
+///   DISP_E_BADVARTYPE. To VT_EMPTY and VT_NULL changes everything but VT_ERROR, and null to empty.
 /// - Texts are the same in every locale. To text: whole numbers plain; VT_R8 with 15 and VT_R4
 ///   with 7 significant digits at most, as printf's %G writes them, with a full stop; flags "-1"
 ///   and "0", or "True" and "False" with VARIANT_ALPHABOOL; currency and decimal plain without

@@ -2,6 +2,7 @@
 
 #include <dlfcn.h>
 #include <filesystem>
+#include <link.h>
 #include <utility>
 
 #include "platform/framework/ExecutablePath.h"
@@ -57,6 +58,18 @@ std::string Library::PathContaining(const void* address) {
   std::error_code error;
   const std::filesystem::path path = std::filesystem::absolute(info.dli_fname, error);
   return std::filesystem::exists(path, error) ? path.string() : std::string();
+}
+
+std::vector<std::string> Library::LoadedPaths() {
+  std::vector<std::string> paths;
+  const auto visit = [](dl_phdr_info* library, std::size_t, void* list) {
+    // The program itself comes without a name.
+    const std::string_view path = library->dlpi_name;
+    if (!path.empty()) static_cast<std::vector<std::string>*>(list)->emplace_back(path);
+    return 0;
+  };
+  dl_iterate_phdr(visit, &paths);
+  return paths;
 }
 
 void* Library::FindSymbol(const char* name) const noexcept {

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <string>
+#include <vector>
 
 #include "platform/automation/Types.h"
 
@@ -29,6 +30,9 @@ class AUTOMATION_API Library {
   /// Absolute path of the loaded library that contains `address`; empty when its file is no longer
   /// there (it may have been loaded by a relative path from another working folder).
   static std::string PathContaining(const void* address);
+
+  /// Paths of the libraries that this process has loaded, as the system names them.
+  static std::vector<std::string> LoadedPaths();
 
   explicit operator bool() const noexcept { return m_handle != nullptr; }
   /// Why loading failed, in the system's words; empty after success.

@@ -55,18 +55,4 @@ class AUTOMATION_API ModuleStateSwitch {
   CModuleState* m_previous;
 };
 
-/// Makes other resources the current ones of the active state until its end.
-class ResourceHandleSwitch {
- public:
-  explicit ResourceHandleSwitch(ResourceHandle resources) noexcept
-      : m_state(ActiveModuleState()), m_previous(m_state.SetCurrentResource(resources)) {}
-  ~ResourceHandleSwitch() { m_state.SetCurrentResource(m_previous); }
-  ResourceHandleSwitch(const ResourceHandleSwitch&) = delete;
-  ResourceHandleSwitch& operator=(const ResourceHandleSwitch&) = delete;
-
- private:
-  CModuleState& m_state;
-  ResourceHandle m_previous;
-};
-
 }  // namespace orxdb

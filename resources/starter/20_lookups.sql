@@ -82,4 +82,6 @@ INSERT INTO HOLDER (ID, Name, Kind, Metric_Min_Shank, Metric_Max_Shank) VALUES
     (28, 'Stub arbor for saws 22 mm', 'saw arbor',        22,    22),
     (29, 'Stub arbor for saws 32 mm', 'saw arbor',        32,    32),
     (30, 'Stub arbor for saws 1 in',  'saw arbor',      25.4,  25.4),
-    (31, 'Boring bar sleeve',         'boring sleeve',     6,  50.8);
+    (31, 'Boring bar sleeve',         'boring sleeve',     6,  50.8),
+    (32, 'Stub arbor for saws 7/8 in',   'saw arbor',   22.225, 22.225),
+    (33, 'Stub arbor for saws 1-1/4 in', 'saw arbor',    31.75,  31.75);

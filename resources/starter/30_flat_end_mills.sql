@@ -17,7 +17,7 @@ CREATE TABLE FLAT_END_MILL (
     Holder LONG,
     IsFavorite BOOLEAN DEFAULT 0,
     Comment TEXT(255),
-    AUX_Metric_Diameter DOUBLE
+    AUX_Metric_Diameter DOUBLE AS (round(Diameter * iif(Unit = 'mm', 1, 25.4), 6))
 );
 CREATE INDEX FLAT_END_MILL_Name ON FLAT_END_MILL (Name COLLATE NOCASE);
 
@@ -101,35 +101,35 @@ INSERT INTO FLAT_END_MILL (Name, Diameter, Unit, "Flutes_#", Flute_Length, Overa
 -- Inch sizes, solid carbide, four flutes
 INSERT INTO FLAT_END_MILL (Name, Diameter, Unit, "Flutes_#", Flute_Length, Overall_Length, Shank_Diameter,
     Standard) VALUES
-    ('End mill 1/16 in 4 flutes carbide',  0.0625, 'in', 4, 0.1875,  1.5,  0.125, 'ASME B94.19'),
-    ('End mill 3/32 in 4 flutes carbide', 0.09375, 'in', 4,  0.375,  1.5,  0.125, 'ASME B94.19'),
-    ('End mill 1/8 in 4 flutes carbide',    0.125, 'in', 4,    0.5,  1.5,  0.125, 'ASME B94.19'),
-    ('End mill 5/32 in 4 flutes carbide', 0.15625, 'in', 4, 0.5625,    2, 0.1875, 'ASME B94.19'),
-    ('End mill 3/16 in 4 flutes carbide',  0.1875, 'in', 4,  0.625,    2, 0.1875, 'ASME B94.19'),
-    ('End mill 7/32 in 4 flutes carbide', 0.21875, 'in', 4,  0.625,  2.5,   0.25, 'ASME B94.19'),
-    ('End mill 1/4 in 4 flutes carbide',     0.25, 'in', 4,   0.75,  2.5,   0.25, 'ASME B94.19'),
-    ('End mill 5/16 in 4 flutes carbide',  0.3125, 'in', 4, 0.8125,  2.5, 0.3125, 'ASME B94.19'),
-    ('End mill 3/8 in 4 flutes carbide',    0.375, 'in', 4,      1,  2.5,  0.375, 'ASME B94.19'),
-    ('End mill 7/16 in 4 flutes carbide',  0.4375, 'in', 4,      1, 2.75, 0.4375, 'ASME B94.19'),
-    ('End mill 1/2 in 4 flutes carbide',      0.5, 'in', 4,      1,    3,    0.5, 'ASME B94.19'),
-    ('End mill 9/16 in 4 flutes carbide',  0.5625, 'in', 4,  1.125,  3.5, 0.5625, 'ASME B94.19'),
-    ('End mill 5/8 in 4 flutes carbide',    0.625, 'in', 4,   1.25,  3.5,  0.625, 'ASME B94.19'),
-    ('End mill 3/4 in 4 flutes carbide',     0.75, 'in', 4,    1.5,    4,   0.75, 'ASME B94.19'),
-    ('End mill 7/8 in 4 flutes carbide',    0.875, 'in', 4,    1.5,    4,  0.875, 'ASME B94.19'),
-    ('End mill 1 in 4 flutes carbide',          1, 'in', 4,    1.5,    4,      1, 'ASME B94.19');
+    ('End mill 1/16 in 4 flutes carbide',  0.0625, 'in', 4, 0.1875,  1.5,  0.125, 'Miniature series'),
+    ('End mill 3/32 in 4 flutes carbide', 0.09375, 'in', 4,  0.375,  1.5,  0.125, 'Common series'),
+    ('End mill 1/8 in 4 flutes carbide',    0.125, 'in', 4,    0.5,  1.5,  0.125, 'Common series'),
+    ('End mill 5/32 in 4 flutes carbide', 0.15625, 'in', 4, 0.5625,    2, 0.1875, 'Common series'),
+    ('End mill 3/16 in 4 flutes carbide',  0.1875, 'in', 4,  0.625,    2, 0.1875, 'Common series'),
+    ('End mill 7/32 in 4 flutes carbide', 0.21875, 'in', 4,  0.625,  2.5,   0.25, 'Common series'),
+    ('End mill 1/4 in 4 flutes carbide',     0.25, 'in', 4,   0.75,  2.5,   0.25, 'Common series'),
+    ('End mill 5/16 in 4 flutes carbide',  0.3125, 'in', 4, 0.8125,  2.5, 0.3125, 'Common series'),
+    ('End mill 3/8 in 4 flutes carbide',    0.375, 'in', 4,      1,  2.5,  0.375, 'Common series'),
+    ('End mill 7/16 in 4 flutes carbide',  0.4375, 'in', 4,      1, 2.75, 0.4375, 'Common series'),
+    ('End mill 1/2 in 4 flutes carbide',      0.5, 'in', 4,      1,    3,    0.5, 'Common series'),
+    ('End mill 9/16 in 4 flutes carbide',  0.5625, 'in', 4,  1.125,  3.5, 0.5625, 'Common series'),
+    ('End mill 5/8 in 4 flutes carbide',    0.625, 'in', 4,   1.25,  3.5,  0.625, 'Common series'),
+    ('End mill 3/4 in 4 flutes carbide',     0.75, 'in', 4,    1.5,    4,   0.75, 'Common series'),
+    ('End mill 7/8 in 4 flutes carbide',    0.875, 'in', 4,    1.5,    4,  0.875, 'Common series'),
+    ('End mill 1 in 4 flutes carbide',          1, 'in', 4,    1.5,    4,      1, 'Common series');
 
--- Inch sizes, high-speed steel, two flutes for keyways
+-- Inch sizes, high-speed steel, two flutes for keyways, single end, regular length
 INSERT INTO FLAT_END_MILL (Name, Diameter, Unit, "Flutes_#", Flute_Length, Overall_Length, Shank_Diameter,
     Standard) VALUES
-    ('End mill 1/8 in 2 flutes HSS',   0.125, 'in', 2,    0.5, 1.5,  0.125, 'ASME B94.19'),
-    ('End mill 3/16 in 2 flutes HSS', 0.1875, 'in', 2,  0.625,   2, 0.1875, 'ASME B94.19'),
-    ('End mill 1/4 in 2 flutes HSS',    0.25, 'in', 2,   0.75, 2.5,   0.25, 'ASME B94.19'),
-    ('End mill 5/16 in 2 flutes HSS', 0.3125, 'in', 2, 0.8125, 2.5, 0.3125, 'ASME B94.19'),
-    ('End mill 3/8 in 2 flutes HSS',   0.375, 'in', 2,      1, 2.5,  0.375, 'ASME B94.19'),
-    ('End mill 1/2 in 2 flutes HSS',     0.5, 'in', 2,      1,   3,    0.5, 'ASME B94.19'),
-    ('End mill 5/8 in 2 flutes HSS',   0.625, 'in', 2,   1.25, 3.5,  0.625, 'ASME B94.19'),
-    ('End mill 3/4 in 2 flutes HSS',    0.75, 'in', 2,    1.5,   4,   0.75, 'ASME B94.19'),
-    ('End mill 1 in 2 flutes HSS',         1, 'in', 2,    1.5,   4,      1, 'ASME B94.19');
+    ('End mill 1/8 in 2 flutes HSS',   0.125, 'in', 2,  0.375, 2.3125, 0.375, 'ASME B94.19'),
+    ('End mill 3/16 in 2 flutes HSS', 0.1875, 'in', 2, 0.4375, 2.3125, 0.375, 'ASME B94.19'),
+    ('End mill 1/4 in 2 flutes HSS',    0.25, 'in', 2,    0.5, 2.3125, 0.375, 'ASME B94.19'),
+    ('End mill 5/16 in 2 flutes HSS', 0.3125, 'in', 2, 0.5625, 2.3125, 0.375, 'ASME B94.19'),
+    ('End mill 3/8 in 2 flutes HSS',   0.375, 'in', 2, 0.5625, 2.3125, 0.375, 'ASME B94.19'),
+    ('End mill 1/2 in 2 flutes HSS',     0.5, 'in', 2,      1,      3,   0.5, 'ASME B94.19'),
+    ('End mill 5/8 in 2 flutes HSS',   0.625, 'in', 2, 1.3125, 3.4375, 0.625, 'ASME B94.19'),
+    ('End mill 3/4 in 2 flutes HSS',    0.75, 'in', 2, 1.3125, 3.5625,  0.75, 'ASME B94.19'),
+    ('End mill 1 in 2 flutes HSS',         1, 'in', 2,  1.625,  4.125,     1, 'ASME B94.19');
 
 UPDATE FLAT_END_MILL SET Material = (SELECT ID FROM TOOL_MATERIAL WHERE Name = 'HSS-Co8')
 WHERE Name LIKE '% HSS';
@@ -148,5 +148,3 @@ UPDATE FLAT_END_MILL SET Holder = (
     WHERE Kind = 'collet chuck'
       AND Shank_Diameter * CASE Unit WHEN 'in' THEN 25.4 ELSE 1 END BETWEEN Metric_Min_Shank AND Metric_Max_Shank
     ORDER BY ID LIMIT 1);
-UPDATE FLAT_END_MILL SET
-    AUX_Metric_Diameter = CASE Unit WHEN 'in' THEN round(Diameter * 25.4, 6) ELSE Diameter END;

@@ -18,7 +18,7 @@ CREATE TABLE BULL_NOSE_END_MILL (
     Holder LONG,
     IsFavorite BOOLEAN DEFAULT 0,
     Comment TEXT(255),
-    AUX_Metric_Diameter DOUBLE
+    AUX_Metric_Diameter DOUBLE AS (round(Diameter * iif(Unit = 'mm', 1, 25.4), 6))
 );
 CREATE INDEX BULL_NOSE_END_MILL_Name ON BULL_NOSE_END_MILL (Name COLLATE NOCASE);
 
@@ -74,25 +74,25 @@ INSERT INTO BULL_NOSE_END_MILL (Name, Diameter, Unit, "Flutes_#", Corner_Radius,
 -- Inch sizes, solid carbide, four flutes
 INSERT INTO BULL_NOSE_END_MILL (Name, Diameter, Unit, "Flutes_#", Corner_Radius, Flute_Length,
     Overall_Length, Shank_Diameter, Standard) VALUES
-    ('Bull mill 1/8 in R0.01',    0.125, 'in', 4,  0.01,    0.5, 1.5,  0.125, 'ASME B94.19'),
-    ('Bull mill 1/8 in R0.015',   0.125, 'in', 4, 0.015,    0.5, 1.5,  0.125, 'ASME B94.19'),
-    ('Bull mill 3/16 in R0.015', 0.1875, 'in', 4, 0.015,  0.625,   2, 0.1875, 'ASME B94.19'),
-    ('Bull mill 3/16 in R0.03',  0.1875, 'in', 4,  0.03,  0.625,   2, 0.1875, 'ASME B94.19'),
-    ('Bull mill 1/4 in R0.015',    0.25, 'in', 4, 0.015,   0.75, 2.5,   0.25, 'ASME B94.19'),
-    ('Bull mill 1/4 in R0.03',     0.25, 'in', 4,  0.03,   0.75, 2.5,   0.25, 'ASME B94.19'),
-    ('Bull mill 1/4 in R0.06',     0.25, 'in', 4,  0.06,   0.75, 2.5,   0.25, 'ASME B94.19'),
-    ('Bull mill 5/16 in R0.03',  0.3125, 'in', 4,  0.03, 0.8125, 2.5, 0.3125, 'ASME B94.19'),
-    ('Bull mill 3/8 in R0.03',    0.375, 'in', 4,  0.03,      1, 2.5,  0.375, 'ASME B94.19'),
-    ('Bull mill 3/8 in R0.06',    0.375, 'in', 4,  0.06,      1, 2.5,  0.375, 'ASME B94.19'),
-    ('Bull mill 1/2 in R0.03',      0.5, 'in', 4,  0.03,      1,   3,    0.5, 'ASME B94.19'),
-    ('Bull mill 1/2 in R0.06',      0.5, 'in', 4,  0.06,      1,   3,    0.5, 'ASME B94.19'),
-    ('Bull mill 1/2 in R0.12',      0.5, 'in', 4,  0.12,      1,   3,    0.5, 'ASME B94.19'),
-    ('Bull mill 5/8 in R0.03',    0.625, 'in', 4,  0.03,   1.25, 3.5,  0.625, 'ASME B94.19'),
-    ('Bull mill 5/8 in R0.06',    0.625, 'in', 4,  0.06,   1.25, 3.5,  0.625, 'ASME B94.19'),
-    ('Bull mill 3/4 in R0.06',     0.75, 'in', 4,  0.06,    1.5,   4,   0.75, 'ASME B94.19'),
-    ('Bull mill 3/4 in R0.12',     0.75, 'in', 4,  0.12,    1.5,   4,   0.75, 'ASME B94.19'),
-    ('Bull mill 1 in R0.06',          1, 'in', 4,  0.06,    1.5,   4,      1, 'ASME B94.19'),
-    ('Bull mill 1 in R0.12',          1, 'in', 4,  0.12,    1.5,   4,      1, 'ASME B94.19');
+    ('Bull mill 1/8 in R0.01',    0.125, 'in', 4,  0.01,    0.5, 1.5,  0.125, 'Common series'),
+    ('Bull mill 1/8 in R0.015',   0.125, 'in', 4, 0.015,    0.5, 1.5,  0.125, 'Common series'),
+    ('Bull mill 3/16 in R0.015', 0.1875, 'in', 4, 0.015,  0.625,   2, 0.1875, 'Common series'),
+    ('Bull mill 3/16 in R0.03',  0.1875, 'in', 4,  0.03,  0.625,   2, 0.1875, 'Common series'),
+    ('Bull mill 1/4 in R0.015',    0.25, 'in', 4, 0.015,   0.75, 2.5,   0.25, 'Common series'),
+    ('Bull mill 1/4 in R0.03',     0.25, 'in', 4,  0.03,   0.75, 2.5,   0.25, 'Common series'),
+    ('Bull mill 1/4 in R0.06',     0.25, 'in', 4,  0.06,   0.75, 2.5,   0.25, 'Common series'),
+    ('Bull mill 5/16 in R0.03',  0.3125, 'in', 4,  0.03, 0.8125, 2.5, 0.3125, 'Common series'),
+    ('Bull mill 3/8 in R0.03',    0.375, 'in', 4,  0.03,      1, 2.5,  0.375, 'Common series'),
+    ('Bull mill 3/8 in R0.06',    0.375, 'in', 4,  0.06,      1, 2.5,  0.375, 'Common series'),
+    ('Bull mill 1/2 in R0.03',      0.5, 'in', 4,  0.03,      1,   3,    0.5, 'Common series'),
+    ('Bull mill 1/2 in R0.06',      0.5, 'in', 4,  0.06,      1,   3,    0.5, 'Common series'),
+    ('Bull mill 1/2 in R0.12',      0.5, 'in', 4,  0.12,      1,   3,    0.5, 'Common series'),
+    ('Bull mill 5/8 in R0.03',    0.625, 'in', 4,  0.03,   1.25, 3.5,  0.625, 'Common series'),
+    ('Bull mill 5/8 in R0.06',    0.625, 'in', 4,  0.06,   1.25, 3.5,  0.625, 'Common series'),
+    ('Bull mill 3/4 in R0.06',     0.75, 'in', 4,  0.06,    1.5,   4,   0.75, 'Common series'),
+    ('Bull mill 3/4 in R0.12',     0.75, 'in', 4,  0.12,    1.5,   4,   0.75, 'Common series'),
+    ('Bull mill 1 in R0.06',          1, 'in', 4,  0.06,    1.5,   4,      1, 'Common series'),
+    ('Bull mill 1 in R0.12',          1, 'in', 4,  0.12,    1.5,   4,      1, 'Common series');
 
 UPDATE BULL_NOSE_END_MILL SET Material = (SELECT ID FROM TOOL_MATERIAL WHERE Name = 'Solid carbide');
 UPDATE BULL_NOSE_END_MILL SET Coating = (SELECT ID FROM COATING WHERE Name = 'TiAlN');
@@ -101,5 +101,3 @@ UPDATE BULL_NOSE_END_MILL SET Holder = (
     WHERE Kind = 'collet chuck'
       AND Shank_Diameter * CASE Unit WHEN 'in' THEN 25.4 ELSE 1 END BETWEEN Metric_Min_Shank AND Metric_Max_Shank
     ORDER BY ID LIMIT 1);
-UPDATE BULL_NOSE_END_MILL SET
-    AUX_Metric_Diameter = CASE Unit WHEN 'in' THEN round(Diameter * 25.4, 6) ELSE Diameter END;

@@ -17,7 +17,7 @@ CREATE TABLE CHAMFER_MILL (
     Holder LONG,
     IsFavorite BOOLEAN DEFAULT 0,
     Comment TEXT(255),
-    AUX_Metric_Diameter DOUBLE
+    AUX_Metric_Diameter DOUBLE AS (round(Diameter * iif(Unit = 'mm', 1, 25.4), 6))
 );
 CREATE INDEX CHAMFER_MILL_Name ON CHAMFER_MILL (Name COLLATE NOCASE);
 
@@ -108,5 +108,3 @@ UPDATE CHAMFER_MILL SET Holder = (
     WHERE Kind = 'collet chuck'
       AND Shank_Diameter * CASE Unit WHEN 'in' THEN 25.4 ELSE 1 END BETWEEN Metric_Min_Shank AND Metric_Max_Shank
     ORDER BY ID LIMIT 1);
-UPDATE CHAMFER_MILL SET
-    AUX_Metric_Diameter = CASE Unit WHEN 'in' THEN round(Diameter * 25.4, 6) ELSE Diameter END;

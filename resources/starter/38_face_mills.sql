@@ -17,7 +17,7 @@ CREATE TABLE FACE_MILL (
     Holder LONG,
     IsFavorite BOOLEAN DEFAULT 0,
     Comment TEXT(255),
-    AUX_Metric_Diameter DOUBLE
+    AUX_Metric_Diameter DOUBLE AS (round(Diameter * iif(Unit = 'mm', 1, 25.4), 6))
 );
 CREATE INDEX FACE_MILL_Name ON FACE_MILL (Name COLLATE NOCASE);
 
@@ -100,5 +100,3 @@ UPDATE FACE_MILL SET Holder = (
     WHERE Kind = 'shell arbor'
       AND abs(FACE_MILL.Bore_Diameter * CASE Unit WHEN 'in' THEN 25.4 ELSE 1 END - Metric_Min_Shank) < 0.01
     ORDER BY ID LIMIT 1);
-UPDATE FACE_MILL SET
-    AUX_Metric_Diameter = CASE Unit WHEN 'in' THEN round(Diameter * 25.4, 6) ELSE Diameter END;

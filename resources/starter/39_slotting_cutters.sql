@@ -14,7 +14,7 @@ CREATE TABLE SLITTING_SAW (
     Holder LONG,
     IsFavorite BOOLEAN DEFAULT 0,
     Comment TEXT(255),
-    AUX_Metric_Diameter DOUBLE
+    AUX_Metric_Diameter DOUBLE AS (round(Diameter * iif(Unit = 'mm', 1, 25.4), 6))
 );
 CREATE INDEX SLITTING_SAW_Name ON SLITTING_SAW (Name COLLATE NOCASE);
 
@@ -71,35 +71,36 @@ INSERT INTO SLITTING_SAW (Name, Diameter, Unit, Width, "Teeth_#", Bore_Diameter,
     ('Slitting saw 160 x 4 mm',   160, 'mm',   4, 128, 32, 'DIN 1837 A'),
     ('Slitting saw 160 x 5 mm',   160, 'mm',   5, 100, 32, 'DIN 1837 A');
 
--- Inch sizes
+-- Inch sizes, plain. The standard gives diameters, widths and bores; one coarse tooth count for each diameter is usual.
 INSERT INTO SLITTING_SAW (Name, Diameter, Unit, Width, "Teeth_#", Bore_Diameter, Standard) VALUES
-    ('Slitting saw 2-3/4 x 1/32 in', 2.75, 'in',  0.03125, 56, 1, 'ASME B94.19'),
-    ('Slitting saw 2-3/4 x 1/16 in', 2.75, 'in',   0.0625, 48, 1, 'ASME B94.19'),
-    ('Slitting saw 2-3/4 x 3/32 in', 2.75, 'in',  0.09375, 44, 1, 'ASME B94.19'),
-    ('Slitting saw 3 x 1/32 in',        3, 'in',  0.03125, 60, 1, 'ASME B94.19'),
-    ('Slitting saw 3 x 3/64 in',        3, 'in', 0.046875, 56, 1, 'ASME B94.19'),
-    ('Slitting saw 3 x 1/16 in',        3, 'in',   0.0625, 48, 1, 'ASME B94.19'),
-    ('Slitting saw 3 x 3/32 in',        3, 'in',  0.09375, 44, 1, 'ASME B94.19'),
-    ('Slitting saw 3 x 1/8 in',         3, 'in',    0.125, 36, 1, 'ASME B94.19'),
-    ('Slitting saw 4 x 1/32 in',        4, 'in',  0.03125, 64, 1, 'ASME B94.19'),
-    ('Slitting saw 4 x 1/16 in',        4, 'in',   0.0625, 56, 1, 'ASME B94.19'),
-    ('Slitting saw 4 x 3/32 in',        4, 'in',  0.09375, 52, 1, 'ASME B94.19'),
-    ('Slitting saw 4 x 1/8 in',         4, 'in',    0.125, 40, 1, 'ASME B94.19'),
-    ('Slitting saw 4 x 3/16 in',        4, 'in',   0.1875, 32, 1, 'ASME B94.19'),
-    ('Slitting saw 5 x 1/16 in',        5, 'in',   0.0625, 60, 1, 'ASME B94.19'),
-    ('Slitting saw 5 x 3/32 in',        5, 'in',  0.09375, 56, 1, 'ASME B94.19'),
-    ('Slitting saw 5 x 1/8 in',         5, 'in',    0.125, 44, 1, 'ASME B94.19'),
-    ('Slitting saw 6 x 1/16 in',        6, 'in',   0.0625, 64, 1, 'ASME B94.19'),
-    ('Slitting saw 6 x 1/8 in',         6, 'in',    0.125, 48, 1, 'ASME B94.19'),
-    ('Slitting saw 6 x 3/16 in',        6, 'in',   0.1875, 38, 1, 'ASME B94.19');
+    ('Slitting saw 2-1/2 x 1/32 in', 2.5, 'in',  0.03125, 28, 0.875, 'ASME B94.19'),
+    ('Slitting saw 2-1/2 x 3/64 in', 2.5, 'in', 0.046875, 28, 0.875, 'ASME B94.19'),
+    ('Slitting saw 2-1/2 x 1/16 in', 2.5, 'in',   0.0625, 28, 0.875, 'ASME B94.19'),
+    ('Slitting saw 2-1/2 x 3/32 in', 2.5, 'in',  0.09375, 28, 0.875, 'ASME B94.19'),
+    ('Slitting saw 2-1/2 x 1/8 in',  2.5, 'in',    0.125, 28, 0.875, 'ASME B94.19'),
+    ('Slitting saw 3 x 1/32 in',       3, 'in',  0.03125, 30,     1, 'ASME B94.19'),
+    ('Slitting saw 3 x 3/64 in',       3, 'in', 0.046875, 30,     1, 'ASME B94.19'),
+    ('Slitting saw 3 x 1/16 in',       3, 'in',   0.0625, 30,     1, 'ASME B94.19'),
+    ('Slitting saw 3 x 3/32 in',       3, 'in',  0.09375, 30,     1, 'ASME B94.19'),
+    ('Slitting saw 3 x 1/8 in',        3, 'in',    0.125, 30,     1, 'ASME B94.19'),
+    ('Slitting saw 3 x 5/32 in',       3, 'in',  0.15625, 30,     1, 'ASME B94.19'),
+    ('Slitting saw 4 x 1/32 in',       4, 'in',  0.03125, 34,     1, 'ASME B94.19'),
+    ('Slitting saw 4 x 1/16 in',       4, 'in',   0.0625, 34,     1, 'ASME B94.19'),
+    ('Slitting saw 4 x 3/32 in',       4, 'in',  0.09375, 34,     1, 'ASME B94.19'),
+    ('Slitting saw 4 x 1/8 in',        4, 'in',    0.125, 34,     1, 'ASME B94.19'),
+    ('Slitting saw 4 x 3/16 in',       4, 'in',   0.1875, 34,     1, 'ASME B94.19'),
+    ('Slitting saw 5 x 1/16 in',       5, 'in',   0.0625, 38,     1, 'ASME B94.19'),
+    ('Slitting saw 5 x 3/32 in',       5, 'in',  0.09375, 38,     1, 'ASME B94.19'),
+    ('Slitting saw 5 x 1/8 in',        5, 'in',    0.125, 38,     1, 'ASME B94.19'),
+    ('Slitting saw 6 x 1/16 in',       6, 'in',   0.0625, 42,     1, 'ASME B94.19'),
+    ('Slitting saw 6 x 1/8 in',        6, 'in',    0.125, 42,     1, 'ASME B94.19'),
+    ('Slitting saw 6 x 3/16 in',       6, 'in',   0.1875, 42,  1.25, 'ASME B94.19');
 
 UPDATE SLITTING_SAW SET Holder = (
     SELECT ID FROM HOLDER
     WHERE Kind = 'saw arbor'
       AND abs(SLITTING_SAW.Bore_Diameter * CASE Unit WHEN 'in' THEN 25.4 ELSE 1 END - Metric_Min_Shank) < 0.01
     ORDER BY ID LIMIT 1);
-UPDATE SLITTING_SAW SET
-    AUX_Metric_Diameter = CASE Unit WHEN 'in' THEN round(Diameter * 25.4, 6) ELSE Diameter END;
 
 -- Woodruff keyseat cutters. Key_Size names the key that fits the seat.
 -- Lengths and diameters are in the unit of the row.
@@ -120,7 +121,7 @@ CREATE TABLE WOODRUFF_CUTTER (
     Holder LONG,
     IsFavorite BOOLEAN DEFAULT 0,
     Comment TEXT(255),
-    AUX_Metric_Diameter DOUBLE
+    AUX_Metric_Diameter DOUBLE AS (round(Diameter * iif(Unit = 'mm', 1, 25.4), 6))
 );
 CREATE INDEX WOODRUFF_CUTTER_Name ON WOODRUFF_CUTTER (Name COLLATE NOCASE);
 
@@ -196,8 +197,6 @@ UPDATE WOODRUFF_CUTTER SET Holder = (
     WHERE Kind = 'collet chuck'
       AND Shank_Diameter * CASE Unit WHEN 'in' THEN 25.4 ELSE 1 END BETWEEN Metric_Min_Shank AND Metric_Max_Shank
     ORDER BY ID LIMIT 1);
-UPDATE WOODRUFF_CUTTER SET
-    AUX_Metric_Diameter = CASE Unit WHEN 'in' THEN round(Diameter * 25.4, 6) ELSE Diameter END;
 
 -- Dovetail cutters. Dovetail_Angle is the angle between flank and bottom, in degrees.
 -- Lengths and diameters are in the unit of the row.
@@ -218,7 +217,7 @@ CREATE TABLE DOVETAIL_CUTTER (
     Holder LONG,
     IsFavorite BOOLEAN DEFAULT 0,
     Comment TEXT(255),
-    AUX_Metric_Diameter DOUBLE
+    AUX_Metric_Diameter DOUBLE AS (round(Diameter * iif(Unit = 'mm', 1, 25.4), 6))
 );
 CREATE INDEX DOVETAIL_CUTTER_Name ON DOVETAIL_CUTTER (Name COLLATE NOCASE);
 
@@ -277,5 +276,3 @@ UPDATE DOVETAIL_CUTTER SET Holder = (
     WHERE Kind = 'collet chuck'
       AND Shank_Diameter * CASE Unit WHEN 'in' THEN 25.4 ELSE 1 END BETWEEN Metric_Min_Shank AND Metric_Max_Shank
     ORDER BY ID LIMIT 1);
-UPDATE DOVETAIL_CUTTER SET
-    AUX_Metric_Diameter = CASE Unit WHEN 'in' THEN round(Diameter * 25.4, 6) ELSE Diameter END;

@@ -19,7 +19,7 @@ CREATE TABLE TWIST_DRILL (
     Holder LONG,
     IsFavorite BOOLEAN DEFAULT 0,
     Comment TEXT(255),
-    AUX_Metric_Diameter DOUBLE
+    AUX_Metric_Diameter DOUBLE AS (round(Diameter * iif(Unit = 'mm', 1, 25.4), 6))
 );
 CREATE INDEX TWIST_DRILL_Name ON TWIST_DRILL (Name COLLATE NOCASE);
 
@@ -144,8 +144,6 @@ INSERT INTO TWIST_DRILL (Name, Diameter, Unit, Size_Code, Flute_Length, Overall_
 UPDATE TWIST_DRILL SET IsFavorite = -1, Comment = 'Tap drill'
 WHERE Name IN ('Drill 3.3 mm', 'Drill 4.2 mm', 'Drill 5 mm',
     'Drill 6.8 mm', 'Drill 8.5 mm', 'Drill 10.2 mm', 'Drill #7');
-UPDATE TWIST_DRILL SET
-    AUX_Metric_Diameter = CASE Unit WHEN 'in' THEN round(Diameter * 25.4, 6) ELSE Diameter END;
 UPDATE TWIST_DRILL SET Holder = (SELECT ID FROM HOLDER WHERE Name = 'Drill chuck 13 mm')
 WHERE AUX_Metric_Diameter <= 13;
 UPDATE TWIST_DRILL SET Holder = (SELECT ID FROM HOLDER WHERE Name = 'ER40 collet chuck')

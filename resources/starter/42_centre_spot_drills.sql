@@ -18,7 +18,7 @@ CREATE TABLE CENTER_DRILL (
     Holder LONG,
     IsFavorite BOOLEAN DEFAULT 0,
     Comment TEXT(255),
-    AUX_Metric_Diameter DOUBLE
+    AUX_Metric_Diameter DOUBLE AS (round(Pilot_Diameter * iif(Unit = 'mm', 1, 25.4), 6))
 );
 CREATE INDEX CENTER_DRILL_Name ON CENTER_DRILL (Name COLLATE NOCASE);
 
@@ -91,8 +91,6 @@ UPDATE CENTER_DRILL SET Holder = (
     WHERE Kind = 'collet chuck'
       AND Body_Diameter * CASE Unit WHEN 'in' THEN 25.4 ELSE 1 END BETWEEN Metric_Min_Shank AND Metric_Max_Shank
     ORDER BY ID LIMIT 1);
-UPDATE CENTER_DRILL SET
-    AUX_Metric_Diameter = CASE Unit WHEN 'in' THEN round(Pilot_Diameter * 25.4, 6) ELSE Pilot_Diameter END;
 
 -- Spot drills for starting holes true. Point_Angle is in degrees; lengths and diameters are in the unit of the row.
 
@@ -112,7 +110,7 @@ CREATE TABLE SPOT_DRILL (
     Holder LONG,
     IsFavorite BOOLEAN DEFAULT 0,
     Comment TEXT(255),
-    AUX_Metric_Diameter DOUBLE
+    AUX_Metric_Diameter DOUBLE AS (round(Diameter * iif(Unit = 'mm', 1, 25.4), 6))
 );
 CREATE INDEX SPOT_DRILL_Name ON SPOT_DRILL (Name COLLATE NOCASE);
 
@@ -207,5 +205,3 @@ UPDATE SPOT_DRILL SET Holder = (
     WHERE Kind = 'collet chuck'
       AND Shank_Diameter * CASE Unit WHEN 'in' THEN 25.4 ELSE 1 END BETWEEN Metric_Min_Shank AND Metric_Max_Shank
     ORDER BY ID LIMIT 1);
-UPDATE SPOT_DRILL SET
-    AUX_Metric_Diameter = CASE Unit WHEN 'in' THEN round(Diameter * 25.4, 6) ELSE Diameter END;

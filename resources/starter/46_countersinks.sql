@@ -17,7 +17,7 @@ CREATE TABLE COUNTERSINK (
     Holder LONG,
     IsFavorite BOOLEAN DEFAULT 0,
     Comment TEXT(255),
-    AUX_Metric_Diameter DOUBLE
+    AUX_Metric_Diameter DOUBLE AS (round(Diameter * iif(Unit = 'mm', 1, 25.4), 6))
 );
 CREATE INDEX COUNTERSINK_Name ON COUNTERSINK (Name COLLATE NOCASE);
 
@@ -116,8 +116,6 @@ UPDATE COUNTERSINK SET Holder = (
     WHERE Kind = 'collet chuck'
       AND Shank_Diameter * CASE Unit WHEN 'in' THEN 25.4 ELSE 1 END BETWEEN Metric_Min_Shank AND Metric_Max_Shank
     ORDER BY ID LIMIT 1);
-UPDATE COUNTERSINK SET
-    AUX_Metric_Diameter = CASE Unit WHEN 'in' THEN round(Diameter * 25.4, 6) ELSE Diameter END;
 
 -- Counterbores with a solid pilot, for socket head screws. Pilot_Kind tells what hole the pilot runs in.
 -- Lengths and diameters are in the unit of the row.
@@ -139,7 +137,7 @@ CREATE TABLE COUNTERBORE (
     Holder LONG,
     IsFavorite BOOLEAN DEFAULT 0,
     Comment TEXT(255),
-    AUX_Metric_Diameter DOUBLE
+    AUX_Metric_Diameter DOUBLE AS (round(Diameter * iif(Unit = 'mm', 1, 25.4), 6))
 );
 CREATE INDEX COUNTERBORE_Name ON COUNTERBORE (Name COLLATE NOCASE);
 
@@ -212,5 +210,3 @@ UPDATE COUNTERBORE SET Holder = (
     WHERE Kind = 'collet chuck'
       AND Shank_Diameter * CASE Unit WHEN 'in' THEN 25.4 ELSE 1 END BETWEEN Metric_Min_Shank AND Metric_Max_Shank
     ORDER BY ID LIMIT 1);
-UPDATE COUNTERBORE SET
-    AUX_Metric_Diameter = CASE Unit WHEN 'in' THEN round(Diameter * 25.4, 6) ELSE Diameter END;

@@ -18,7 +18,7 @@ CREATE TABLE BORING_BAR (
     Holder LONG,
     IsFavorite BOOLEAN DEFAULT 0,
     Comment TEXT(255),
-    AUX_Metric_Diameter DOUBLE
+    AUX_Metric_Diameter DOUBLE AS (round(Bar_Diameter * iif(Unit = 'mm', 1, 25.4), 6))
 );
 CREATE INDEX BORING_BAR_Name ON BORING_BAR (Name COLLATE NOCASE);
 
@@ -91,5 +91,3 @@ INSERT INTO BORING_BAR (Name, Bar_Diameter, Min_Bore, Unit, Overall_Length, Max_
     ('Boring bar 1 in carbide',         1,    1.25, 'in', 10,      7, 'CCMT 32.5', 'Common series');
 
 UPDATE BORING_BAR SET Holder = (SELECT ID FROM HOLDER WHERE Name = 'Boring bar sleeve');
-UPDATE BORING_BAR SET
-    AUX_Metric_Diameter = CASE Unit WHEN 'in' THEN round(Bar_Diameter * 25.4, 6) ELSE Bar_Diameter END;

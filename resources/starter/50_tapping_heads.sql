@@ -19,8 +19,8 @@ CREATE TABLE TAPPING_HEAD (
     Retraction_Ratio DOUBLE DEFAULT 1,
     IsFavorite BOOLEAN DEFAULT 0,
     Comment TEXT(255),
-    AUX_Metric_Min_Diameter DOUBLE,
-    AUX_Metric_Max_Diameter DOUBLE
+    AUX_Metric_Min_Diameter DOUBLE AS (round(Min_Diameter * iif(Unit = 'mm', 1, 25.4), 6)),
+    AUX_Metric_Max_Diameter DOUBLE AS (round(Max_Diameter * iif(Unit = 'mm', 1, 25.4), 6))
 );
 CREATE INDEX TAPPING_HEAD_Name ON TAPPING_HEAD (Name COLLATE NOCASE);
 
@@ -73,9 +73,6 @@ INSERT INTO TAPPING_HEAD (ID, Name, Min_Diameter, Max_Diameter, Unit, Shank_Type
     (21, 'Quick-change 3/4-1-3/4 in',    0.75,   1.75, 'in', 'Taper 50',           6.4,  0.3,  0.6, 0.15,    1),
     (22, 'Quick-change 1-1/4-3-1/2 in',  1.25,    3.5, 'in', 'Taper 50',          8.75,  0.4,  0.8,  0.2,    1);
 
-UPDATE TAPPING_HEAD SET
-    AUX_Metric_Min_Diameter = CASE Unit WHEN 'in' THEN round(Min_Diameter * 25.4, 6) ELSE Min_Diameter END,
-    AUX_Metric_Max_Diameter = CASE Unit WHEN 'in' THEN round(Max_Diameter * 25.4, 6) ELSE Max_Diameter END;
 UPDATE TAPPING_HEAD SET IsFavorite = -1 WHERE Name IN ('Synchro M3-M12', 'Synchro #6-1/2 in');
 UPDATE TAPPING_HEAD SET Description = 'Synchronous chuck with minimum compensation' WHERE Name LIKE 'Synchro %';
 UPDATE TAPPING_HEAD SET Description = 'Length compensation both ways' WHERE Name LIKE 'Compensating %';

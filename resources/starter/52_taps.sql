@@ -27,7 +27,7 @@ CREATE TABLE TAP (
     TappingHead LONG,
     IsFavorite BOOLEAN DEFAULT 0,
     Comment TEXT(255),
-    AUX_Metric_Diameter DOUBLE
+    AUX_Metric_Diameter DOUBLE AS (round(Diameter * iif(Unit = 'mm', 1, 25.4), 6))
 );
 CREATE INDEX TAP_Name ON TAP (Name COLLATE NOCASE);
 
@@ -160,8 +160,6 @@ INSERT INTO TAP (Name, Thread_Size, Thread_Series, Diameter, Unit, Threads_Per_I
 
 UPDATE TAP SET Threads_Per_Inch = round(25.4 / Pitch, 6) WHERE Unit = 'mm';
 UPDATE TAP SET Pitch = round(1 / Threads_Per_Inch, 6) WHERE Unit = 'in';
-UPDATE TAP SET
-    AUX_Metric_Diameter = CASE Unit WHEN 'in' THEN round(Diameter * 25.4, 6) ELSE Diameter END;
 UPDATE TAP SET Coating = (SELECT ID FROM COATING WHERE Name = 'TiCN')
 WHERE Thread_Series IN ('MF', 'UNF');
 -- A head for the sizes that are tapped in series; the rest runs without a head.

@@ -1,6 +1,7 @@
 -- Pipe taps: NPT and NPTF (taper, inch rows), G (parallel) and Rc (taper, millimetre rows).
 -- Diameter is the outside diameter of the pipe thread, not the nominal size; Taper is on the diameter, per length
--- (1 in 16 for taper threads, 0 for parallel ones). The heads and their values work as for the table TAP.
+-- (1 in 16 for taper threads, 0 for parallel ones). Tap_Drill is for tapping without reaming; dryseal threads, whose
+-- crests must touch, take smaller ones. The heads and their values work as for the table TAP.
 
 CREATE TABLE PIPE_TAP (
     ID INTEGER PRIMARY KEY AUTOINCREMENT,
@@ -26,7 +27,7 @@ CREATE TABLE PIPE_TAP (
     TappingHead LONG,
     IsFavorite BOOLEAN DEFAULT 0,
     Comment TEXT(255),
-    AUX_Metric_Diameter DOUBLE
+    AUX_Metric_Diameter DOUBLE AS (round(Diameter * iif(Unit = 'mm', 1, 25.4), 6))
 );
 CREATE INDEX PIPE_TAP_Name ON PIPE_TAP (Name COLLATE NOCASE);
 
@@ -68,32 +69,32 @@ LEFT JOIN TAPPING_HEAD AS H ON H.ID = T.TappingHead;
 -- American taper pipe thread
 INSERT INTO PIPE_TAP (Name, Thread_Size, Thread_Series, Diameter, Unit, Threads_Per_Inch, Taper, Tap_Drill,
     Thread_Length, Overall_Length, Shank_Diameter, "Flutes_#") VALUES
-    ('Pipe tap 1/16-27 NPT',    '1/16-27',    'NPT', 0.3125, 'in',   27, 0.0625,     0.25, 0.6875,  2.125, 0.3125, 3),
+    ('Pipe tap 1/16-27 NPT',    '1/16-27',    'NPT', 0.3125, 'in',   27, 0.0625,     0.25, 0.6875,  2.125, 0.3125, 4),
     ('Pipe tap 1/8-27 NPT',     '1/8-27',     'NPT',  0.405, 'in',   27, 0.0625,    0.339,   0.75,  2.125, 0.4375, 4),
     ('Pipe tap 1/4-18 NPT',     '1/4-18',     'NPT',   0.54, 'in',   18, 0.0625,   0.4375, 1.0625, 2.4375, 0.5625, 4),
     ('Pipe tap 3/8-18 NPT',     '3/8-18',     'NPT',  0.675, 'in',   18, 0.0625, 0.578125, 1.0625, 2.5625,    0.7, 4),
     ('Pipe tap 1/2-14 NPT',     '1/2-14',     'NPT',   0.84, 'in',   14, 0.0625,  0.71875,  1.375,  3.125, 0.6875, 4),
-    ('Pipe tap 3/4-14 NPT',     '3/4-14',     'NPT',   1.05, 'in',   14, 0.0625, 0.921875,  1.375,   3.25, 0.9063, 4),
-    ('Pipe tap 1-11.5 NPT',     '1-11.5',     'NPT',  1.315, 'in', 11.5, 0.0625,  1.15625,   1.75,   3.75,  1.125, 6),
-    ('Pipe tap 1-1/4-11.5 NPT', '1-1/4-11.5', 'NPT',   1.66, 'in', 11.5, 0.0625,      1.5,   1.75,      4, 1.3125, 6),
-    ('Pipe tap 1-1/2-11.5 NPT', '1-1/2-11.5', 'NPT',    1.9, 'in', 11.5, 0.0625, 1.734375,   1.75,   4.25,    1.5, 6),
-    ('Pipe tap 2-11.5 NPT',     '2-11.5',     'NPT',  2.375, 'in', 11.5, 0.0625,  2.21875,   1.75,    4.5,  1.875, 6),
-    ('Pipe tap 2-1/2-8 NPT',    '2-1/2-8',    'NPT',  2.875, 'in',    8, 0.0625,    2.625, 2.5625,    5.5,   2.25, 6),
-    ('Pipe tap 3-8 NPT',        '3-8',        'NPT',    3.5, 'in',    8, 0.0625,     3.25,  2.625,      6,  2.625, 6);
+    ('Pipe tap 3/4-14 NPT',     '3/4-14',     'NPT',   1.05, 'in',   14, 0.0625, 0.921875,  1.375,   3.25, 0.9063, 5),
+    ('Pipe tap 1-11.5 NPT',     '1-11.5',     'NPT',  1.315, 'in', 11.5, 0.0625,  1.15625,   1.75,   3.75,  1.125, 5),
+    ('Pipe tap 1-1/4-11.5 NPT', '1-1/4-11.5', 'NPT',   1.66, 'in', 11.5, 0.0625,      1.5,   1.75,      4, 1.3125, 5),
+    ('Pipe tap 1-1/2-11.5 NPT', '1-1/2-11.5', 'NPT',    1.9, 'in', 11.5, 0.0625, 1.734375,   1.75,   4.25,    1.5, 7),
+    ('Pipe tap 2-11.5 NPT',     '2-11.5',     'NPT',  2.375, 'in', 11.5, 0.0625,  2.21875,   1.75,    4.5,  1.875, 7),
+    ('Pipe tap 2-1/2-8 NPT',    '2-1/2-8',    'NPT',  2.875, 'in',    8, 0.0625,    2.625, 2.5625,    5.5,   2.25, 8),
+    ('Pipe tap 3-8 NPT',        '3-8',        'NPT',    3.5, 'in',    8, 0.0625,     3.25,  2.625,      6,  2.625, 8);
 
 -- American dryseal taper pipe thread
 INSERT INTO PIPE_TAP (Name, Thread_Size, Thread_Series, Diameter, Unit, Threads_Per_Inch, Taper, Tap_Drill,
     Thread_Length, Overall_Length, Shank_Diameter, "Flutes_#") VALUES
-    ('Pipe tap 1/16-27 NPTF',    '1/16-27',    'NPTF', 0.3125, 'in',   27, 0.0625,     0.25, 0.6875,  2.125, 0.3125, 3),
-    ('Pipe tap 1/8-27 NPTF',     '1/8-27',     'NPTF',  0.405, 'in',   27, 0.0625,    0.339,   0.75,  2.125, 0.4375, 4),
+    ('Pipe tap 1/16-27 NPTF',    '1/16-27',    'NPTF', 0.3125, 'in',   27, 0.0625,    0.242, 0.6875,  2.125, 0.3125, 4),
+    ('Pipe tap 1/8-27 NPTF',     '1/8-27',     'NPTF',  0.405, 'in',   27, 0.0625,    0.332,   0.75,  2.125, 0.4375, 4),
     ('Pipe tap 1/4-18 NPTF',     '1/4-18',     'NPTF',   0.54, 'in',   18, 0.0625,   0.4375, 1.0625, 2.4375, 0.5625, 4),
-    ('Pipe tap 3/8-18 NPTF',     '3/8-18',     'NPTF',  0.675, 'in',   18, 0.0625, 0.578125, 1.0625, 2.5625,    0.7, 4),
-    ('Pipe tap 1/2-14 NPTF',     '1/2-14',     'NPTF',   0.84, 'in',   14, 0.0625,  0.71875,  1.375,  3.125, 0.6875, 4),
-    ('Pipe tap 3/4-14 NPTF',     '3/4-14',     'NPTF',   1.05, 'in',   14, 0.0625, 0.921875,  1.375,   3.25, 0.9063, 4),
-    ('Pipe tap 1-11.5 NPTF',     '1-11.5',     'NPTF',  1.315, 'in', 11.5, 0.0625,  1.15625,   1.75,   3.75,  1.125, 6),
-    ('Pipe tap 1-1/4-11.5 NPTF', '1-1/4-11.5', 'NPTF',   1.66, 'in', 11.5, 0.0625,      1.5,   1.75,      4, 1.3125, 6),
-    ('Pipe tap 1-1/2-11.5 NPTF', '1-1/2-11.5', 'NPTF',    1.9, 'in', 11.5, 0.0625, 1.734375,   1.75,   4.25,    1.5, 6),
-    ('Pipe tap 2-11.5 NPTF',     '2-11.5',     'NPTF',  2.375, 'in', 11.5, 0.0625,  2.21875,   1.75,    4.5,  1.875, 6);
+    ('Pipe tap 3/8-18 NPTF',     '3/8-18',     'NPTF',  0.675, 'in',   18, 0.0625,   0.5625, 1.0625, 2.5625,    0.7, 4),
+    ('Pipe tap 1/2-14 NPTF',     '1/2-14',     'NPTF',   0.84, 'in',   14, 0.0625, 0.703125,  1.375,  3.125, 0.6875, 4),
+    ('Pipe tap 3/4-14 NPTF',     '3/4-14',     'NPTF',   1.05, 'in',   14, 0.0625,  0.90625,  1.375,   3.25, 0.9063, 5),
+    ('Pipe tap 1-11.5 NPTF',     '1-11.5',     'NPTF',  1.315, 'in', 11.5, 0.0625, 1.140625,   1.75,   3.75,  1.125, 5),
+    ('Pipe tap 1-1/4-11.5 NPTF', '1-1/4-11.5', 'NPTF',   1.66, 'in', 11.5, 0.0625, 1.484375,   1.75,      4, 1.3125, 5),
+    ('Pipe tap 1-1/2-11.5 NPTF', '1-1/2-11.5', 'NPTF',    1.9, 'in', 11.5, 0.0625,  1.71875,   1.75,   4.25,    1.5, 7),
+    ('Pipe tap 2-11.5 NPTF',     '2-11.5',     'NPTF',  2.375, 'in', 11.5, 0.0625,   2.1875,   1.75,    4.5,  1.875, 7);
 
 -- Parallel pipe thread
 INSERT INTO PIPE_TAP (Name, Thread_Size, Thread_Series, Diameter, Unit, Threads_Per_Inch, Taper, Tap_Drill,
@@ -128,8 +129,6 @@ INSERT INTO PIPE_TAP (Name, Thread_Size, Thread_Series, Diameter, Unit, Threads_
 UPDATE PIPE_TAP SET Standard = CASE Thread_Series
     WHEN 'NPT' THEN 'ASME B1.20.1' WHEN 'NPTF' THEN 'ASME B1.20.3' WHEN 'G' THEN 'ISO 228-1' ELSE 'ISO 7-1' END;
 UPDATE PIPE_TAP SET Pitch = round(CASE Unit WHEN 'in' THEN 1 ELSE 25.4 END / Threads_Per_Inch, 6);
-UPDATE PIPE_TAP SET
-    AUX_Metric_Diameter = CASE Unit WHEN 'in' THEN round(Diameter * 25.4, 6) ELSE Diameter END;
 UPDATE PIPE_TAP SET TappingHead = (SELECT ID FROM TAPPING_HEAD WHERE Name = 'Compensating M8-M20')
 WHERE Unit = 'mm' AND Diameter BETWEEN 8 AND 20;
 UPDATE PIPE_TAP SET TappingHead = (SELECT ID FROM TAPPING_HEAD WHERE Name = 'Compensating M14-M33')

@@ -19,7 +19,7 @@ CREATE TABLE THREAD_MILL (
     Holder LONG,
     IsFavorite BOOLEAN DEFAULT 0,
     Comment TEXT(255),
-    AUX_Metric_Diameter DOUBLE
+    AUX_Metric_Diameter DOUBLE AS (round(Diameter * iif(Unit = 'mm', 1, 25.4), 6))
 );
 CREATE INDEX THREAD_MILL_Name ON THREAD_MILL (Name COLLATE NOCASE);
 
@@ -71,8 +71,8 @@ INSERT INTO THREAD_MILL (Name, Thread_Size, Diameter, Unit, Pitch, "Flutes_#", F
 -- Unified threads
 INSERT INTO THREAD_MILL (Name, Thread_Size, Diameter, Unit, Pitch, "Flutes_#", Flute_Length, Overall_Length,
     Shank_Diameter) VALUES
-    ('Thread mill #4-40 UNC',   '#4-40',   0.085, 'in',    0.025, 3, 0.22,   2,  0.125),
-    ('Thread mill #6-32 UNC',   '#6-32',     0.1, 'in',  0.03125, 3, 0.28,   2,  0.125),
+    ('Thread mill #4-40 UNC',   '#4-40',    0.08, 'in',    0.025, 3, 0.22,   2,  0.125),
+    ('Thread mill #6-32 UNC',   '#6-32',   0.095, 'in',  0.03125, 3, 0.28,   2,  0.125),
     ('Thread mill #8-32 UNC',   '#8-32',    0.12, 'in',  0.03125, 3, 0.33,   2,  0.125),
     ('Thread mill #10-24 UNC',  '#10-24',  0.135, 'in', 0.041667, 3, 0.38, 2.5, 0.1875),
     ('Thread mill #10-32 UNF',  '#10-32',  0.145, 'in',  0.03125, 3, 0.38, 2.5, 0.1875),
@@ -95,5 +95,3 @@ UPDATE THREAD_MILL SET Holder = (
     WHERE Kind = 'collet chuck'
       AND Shank_Diameter * CASE Unit WHEN 'in' THEN 25.4 ELSE 1 END BETWEEN Metric_Min_Shank AND Metric_Max_Shank
     ORDER BY ID LIMIT 1);
-UPDATE THREAD_MILL SET
-    AUX_Metric_Diameter = CASE Unit WHEN 'in' THEN round(Diameter * 25.4, 6) ELSE Diameter END;

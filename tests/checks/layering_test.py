@@ -7,16 +7,20 @@ from pathlib import Path
 from layering import violations
 
 TREE = ["platform/automation/A.h", "platform/framework/F.h", "interface/I.h", "values/V.h",
-        "database/operations/O.h", "database/D.h", "component/C.h", "host/H.h", "tests/T.h"]
+        "database/engine/O.h", "database/D.h", "component/C.h", "host/library/H.h",
+        "host/verbs/V.h", "tests/T.h"]
 GOOD = [("platform/framework/x.h", "platform/automation/A.h"), ("component/x.cpp", "component/C.h"),
-        ("database/deep/er/x.cpp", "database/operations/O.h"), ("component/x.cpp", "values/V.h"),
-        ("host/x.cpp", "interface/I.h"), ("tests/component/x.cpp", "component/C.h"),
-        ("build/generated.cpp", "nowhere.h")]
+        ("database/deep/er/x.cpp", "database/engine/O.h"), ("component/x.cpp", "values/V.h"),
+        ("host/verbs/x.cpp", "interface/I.h"), ("tests/component/x.cpp", "component/C.h"),
+        ("host/verbs/x.cpp", "host/library/H.h"), ("build/generated.cpp", "nowhere.h"),
+        ("database/engine/x.cpp", "<sqlite3.h>"), ("tests/x.h", "<sqlite3.h>")]
 BAD = [("platform/automation/x.h", "platform/framework/F.h"), ("values/x.h", "database/D.h"),
-       ("database/operations/x.cpp", "database/D.h"), ("component/x.cpp", "host/H.h"),
-       ("benchmarks/x.cpp", "tests/T.h"), ("host/x.cpp", "component/C.h"),
-       ("host/x.cpp", "values/V.h"), ("values/x.cpp", "V.h"), ("values/x.cpp", "../values/V.h"),
-       ("values/x.cpp", "values/Missing.h"), ("misc/x.cpp", "values/V.h")]
+       ("database/engine/x.cpp", "database/D.h"), ("component/x.cpp", "host/library/H.h"),
+       ("benchmarks/x.cpp", "tests/T.h"), ("host/library/x.cpp", "component/C.h"),
+       ("host/verbs/x.cpp", "values/V.h"), ("host/library/x.cpp", "host/verbs/V.h"),
+       ("values/x.cpp", "V.h"), ("values/x.cpp", "../values/V.h"),
+       ("values/x.cpp", "values/Missing.h"), ("misc/x.cpp", "values/V.h"),
+       ("database/engine/x.h", "<sqlite3.h>"), ("host/library/x.cpp", "<sqlite3ext.h>")]
 
 
 class Layering(unittest.TestCase):
@@ -26,7 +30,8 @@ class Layering(unittest.TestCase):
             for name in TREE + [file]:
                 (root / name).parent.mkdir(parents=True, exist_ok=True)
                 (root / name).write_text("#pragma once\n", encoding="utf-8")
-            (root / file).write_text(f'// x\n#  include "{include}"\n', encoding="utf-8")
+            name = include if include.startswith("<") else f'"{include}"'
+            (root / file).write_text(f"// x\n#  include {name}\n", encoding="utf-8")
             return violations(root)
 
     def test_finds_exactly_the_bad_ones(self):

@@ -1,12 +1,7 @@
 #include "tests/component/ComponentFixture.h"
 
-#include <algorithm>
 #include <cstdlib>
 #include <dlfcn.h>
-#include <fstream>
-#include <memory>
-#include <sqlite3.h>
-#include <sstream>
 
 #include "platform/automation/ClassObject.h"
 #include "platform/automation/ErrorInfo.h"
@@ -15,97 +10,35 @@
 
 namespace orxdb::test {
 
-TemporaryFolder::TemporaryFolder() {
-  std::string name = (std::filesystem::temp_directory_path() / "orxdb-XXXXXX").string();
-  m_path = mkdtemp(name.data());
-}
-
-TemporaryFolder::~TemporaryFolder() {
-  std::filesystem::remove_all(m_path);
-}
-
-void RunSql(const std::filesystem::path& file, const std::string& sql) {
-  sqlite3* opened = nullptr;
-  ASSERT_EQ(sqlite3_open(file.c_str(), &opened), SQLITE_OK);
-  const std::unique_ptr<sqlite3, decltype(&sqlite3_close)> database(opened, &sqlite3_close);
-  ASSERT_EQ(sqlite3_exec(opened, sql.c_str(), nullptr, nullptr, nullptr), SQLITE_OK)
-      << sqlite3_errmsg(opened);
-}
-
-std::string Contents(const std::filesystem::path& file) {
-  return (std::ostringstream() << std::ifstream(file, std::ios::binary).rdbuf()).str();
-}
-
 std::string Script(const std::string& name) {
   return Contents(ORXDB_SCRIPTS + name + ".sql");
 }
 
 void SeedDatabase(const std::filesystem::path& file, const std::string& more) {
-  RunSql(file, Script("Seed"));
-  RunSql(file, more);
+  QueryRows(file, Script("Seed"));
+  QueryRows(file, more);
 }
 
-std::string QueryRows(const std::filesystem::path& file, const std::string& sql) {
-  sqlite3* opened = nullptr;
-  EXPECT_EQ(sqlite3_open(file.c_str(), &opened), SQLITE_OK);
-  const std::unique_ptr<sqlite3, decltype(&sqlite3_close)> database(opened, &sqlite3_close);
-  std::string rows;
-  const auto append = [](void* text, int, char** values, char**) {
-    auto& all = *static_cast<std::string*>(text);
-    if (!all.empty()) all += '|';
-    all += values[0] ? values[0] : "NULL";
-    return 0;
-  };
-  EXPECT_EQ(sqlite3_exec(opened, sql.c_str(), append, &rows, nullptr), SQLITE_OK)
-      << sqlite3_errmsg(opened);
-  return rows;
-}
-
-Properties& Properties::Add(std::string_view name, Variant value) {
-  m_givenNames.emplace_back(name);
-  m_givenValues.push_back(std::move(value));
-  return *this;
-}
-Properties& Properties::Add(std::string_view name, std::string_view text) {
-  return Add(name, Variant::FromBstr(WidenToBstr(text)));
-}
-Properties& Properties::Add(std::string_view name, double value) {
-  return Add(name, Variant::FromR8(value));
-}
-
-namespace {
-
-template <typename Element, typename Given, typename Convert>
-VARIANT* MakeArray(Variant& result, VARTYPE type, LONG lowerBound, const std::vector<Given>& given,
-                   Convert&& convert) {
-  SafeArray array;
-  array.attach(SafeArrayCreateVector(type, lowerBound, static_cast<ULONG>(given.size())));
-  std::ranges::transform(given, ArrayAccess<Element>(array.get()).begin(), convert);
-  result = Variant::FromArray(type, std::move(array));
-  return result.ptr();
-}
-
-}  // namespace
-
-VARIANT* Properties::Names(LONG lowerBound) {
-  return MakeArray<BSTR>(m_names, VT_BSTR, lowerBound, m_givenNames,
-                         [](const std::string& name) { return WidenToBstr(name).detach(); });
-}
-
-VARIANT* Properties::Values(LONG lowerBound) {
-  return MakeArray<VARIANT>(m_values, VT_VARIANT, lowerBound, m_givenValues,
-                            [](const Variant& value) { return value.Copy().detach(); });
-}
-
-std::vector<std::string> Strings(const VARIANT& array) {
-  EXPECT_EQ(array.vt, VT_ARRAY | VT_BSTR);
-  std::vector<std::string> strings;
-  if (array.vt != (VT_ARRAY | VT_BSTR)) return strings;
-  LONG first = -1;
-  EXPECT_EQ(SafeArrayGetLBound(array.parray, 1, &first), S_OK);
-  EXPECT_EQ(first, 0);
-  for (const BSTR string : ArrayAccess<BSTR>(array.parray)) strings.push_back(NarrowBstr(string));
-  return strings;
+std::string Show(const VARIANT& value) {
+  if (value.vt == VT_EMPTY || (value.vt == VT_BSTR && !value.bstrVal)) return "nothing";
+  if (value.vt == VT_NULL) return "null";
+  if (!(value.vt & VT_ARRAY)) {
+    Variant text;
+    EXPECT_EQ(VariantChangeType(text.ptr(), &value, 0, VT_BSTR), S_OK) << value.vt;
+    return NarrowBstr(text.get().bstrVal);
+  }
+  std::string all;
+  for (LONG i = 0; i < static_cast<LONG>(value.parray->rgsabound[0].cElements); ++i) {
+    VARIANT element{};
+    element.vt = static_cast<VARTYPE>(value.vt & ~VT_ARRAY);
+    const bool variants = element.vt == VT_VARIANT;
+    void* const place = variants ? static_cast<void*>(&element) : &element.llVal;
+    EXPECT_EQ(SafeArrayGetElement(value.parray, &i, place), S_OK) << "the first is 0";
+    Variant owned;
+    owned.attach(element);
+    all += (i ? "|" : "") + Show(owned.get());
+  }
+  return all;
 }
 
 std::string TakeError() {
@@ -126,8 +59,7 @@ bool IsLoaded(const std::filesystem::path& library) {
 }
 
 void ComponentTest::SetUp() {
-  m_strings = AutomationLiveStrings();
-  m_arrays = AutomationLiveArrays();
+  LeakBalance::SetUp();
   setenv("AUTOMATION_CLASS_PATH", (m_folder / "classes").c_str(), 1);
   EXPECT_EQ(Library::Load(ORXDB_LIBRARY).Find<HRESULT()>("DllRegisterServer")(), S_OK);
   m_db = NewObject();
@@ -136,8 +68,7 @@ void ComponentTest::SetUp() {
 void ComponentTest::TearDown() {
   m_db.reset();
   TakeError();
-  EXPECT_EQ(AutomationLiveStrings(), m_strings);
-  EXPECT_EQ(AutomationLiveArrays(), m_arrays);
+  LeakBalance::TearDown();
 }
 
 ComPtr<IClassFactory> ComponentTest::Factory() {
@@ -155,99 +86,79 @@ ComPtr<IOrxDbObj> ComponentTest::NewObject() {
 }
 
 void ComponentTest::OpenSeeded(const std::string& more) {
+  m_db.reset();
+  std::filesystem::remove(m_file);
   SeedDatabase(m_file, more);
-  ASSERT_EQ(SetMdbFile(*m_db, m_file), S_OK);
+  Reopen();
+}
+
+void ComponentTest::Reopen() {
+  m_db.reset();
+  m_db = NewObject();
+  EXPECT_EQ(SetMdbFile(*m_db, m_file), S_OK);
 }
 
 HRESULT ComponentTest::SetMdbFile(IOrxDbObj& object, const std::filesystem::path& file) {
   return object.SetMdbFile(WidenToBstr(file.string()).get());
 }
 
-HRESULT ComponentTest::SetFilter(std::string_view table, std::string_view where,
-                                 std::string_view order) {
-  return m_db->SetTabFilter(WidenToBstr(table).get(), WidenToBstr(where).get(),
-                            WidenToBstr(order).get());
+std::string ComponentTest::Told(HRESULT status, std::span<const Variant> results) {
+  if (status != S_OK) {
+    EXPECT_EQ(status, E_FAIL);
+    EXPECT_EQ(TakeError(), kReportedError);
+    return "fails";
+  }
+  std::string told;
+  for (const Variant& result : results) told += (told.empty() ? "" : "/") + Show(result.get());
+  return told;
 }
 
 Record ComponentTest::First(std::string_view table) {
   Variant names;
   Variant values;
   EXPECT_EQ(m_db->GetFirstTool(WidenToBstr(table).get(), names.put(), values.put()), S_OK);
-  EXPECT_EQ(names.empty(), values.empty());
-  if (values.empty()) return {};
-  m_names[std::string(table)] = Strings(names.get());
-  return ToRecord(table, values);
+  return ToRecord(names, values);
 }
 
 Record ComponentTest::Next(std::string_view table) {
+  Variant names;
+  Variant types;
   Variant values;
   EXPECT_EQ(m_db->GetNextTool(WidenToBstr(table).get(), values.put()), S_OK);
-  return values.empty() ? Record() : ToRecord(table, values);
-}
-
-Record ComponentTest::ToRecord(std::string_view table, const Variant& values) {
-  std::vector<std::string>& names = m_names[std::string(table)];
-  if (names.empty()) {
-    Variant found;
-    Variant types;
-    m_db->GetPropsTypes(WidenToBstr(table).get(), found.ptr(), types.ptr());
-    names = Strings(found.get());
-  }
-  EXPECT_EQ(values.type(), VT_ARRAY | VT_VARIANT);
-  const ArrayAccess<VARIANT> elements(values.get().parray);
-  EXPECT_EQ(elements.size(), names.size());
-  Record record;
-  for (std::size_t i = 0; i < std::min(names.size(), elements.size()); ++i) {
-    Bstr text;
-    EXPECT_EQ(m_db->VariantToSQLString(&elements[i], text.put()), S_OK);
-    record[names[i]] = NarrowBstr(text.get());
-  }
-  return record;
-}
-
-std::vector<std::string> ComponentTest::Walk(std::string_view table, const std::string& field) {
-  std::vector<std::string> found;
-  for (Record record = First(table); !record.empty(); record = Next(table)) {
-    found.push_back(record[field]);
-  }
-  return found;
-}
-
-HRESULT ComponentTest::FirstStatus(std::string_view table) {
-  Variant names;
-  Variant values;
-  const HRESULT result = m_db->GetFirstTool(WidenToBstr(table).get(), names.put(), values.put());
-  EXPECT_TRUE(result == S_OK || (names.empty() && values.empty()));
-  return result;
-}
-
-LONG ComponentTest::Count(std::string_view table) {
-  LONG count = -2;
-  EXPECT_EQ(m_db->GetSelectedRecordCount(WidenToBstr(table).get(), &count), S_OK);
-  return count;
+  m_db->GetPropsTypes(WidenToBstr(table).get(), names.ptr(), types.ptr());
+  return values.empty() ? Record() : ToRecord(names, values);
 }
 
 Record ComponentTest::Tool(std::string_view table, LONG id) {
   Variant names;
   Variant values;
   EXPECT_EQ(m_db->GetToolProps(WidenToBstr(table).get(), id, names.put(), values.put()), S_OK);
+  return ToRecord(names, values);
+}
+
+Record ComponentTest::ToRecord(const Variant& names, const Variant& values) {
+  EXPECT_EQ(names.empty(), values.empty());
   if (values.empty()) return {};
-  m_names[std::string(table)] = Strings(names.get());
-  return ToRecord(table, values);
+  EXPECT_EQ(names.type(), VT_ARRAY | VT_BSTR);
+  EXPECT_EQ(values.type(), VT_ARRAY | VT_VARIANT);
+  const ArrayAccess<BSTR> fields(names.get().parray);
+  const ArrayAccess<VARIANT> elements(values.get().parray);
+  EXPECT_EQ(elements.size(), fields.size());
+  Record record;
+  for (std::size_t i = 0; i < std::min(fields.size(), elements.size()); ++i) {
+    Bstr text;
+    EXPECT_EQ(m_db->VariantToSQLString(&elements[i], text.put()), S_OK);
+    record[NarrowBstr(fields[i])] = NarrowBstr(text.get());
+  }
+  return record;
 }
 
-HRESULT ComponentTest::Add(std::string_view table, Properties& tool) {
-  return m_db->AddNewRecord(WidenToBstr(table).get(), tool.Names(), tool.Values(), &m_id);
-}
-
-HRESULT ComponentTest::Set(std::string_view table, LONG id, Properties& tool) {
-  return m_db->SetToolProps(WidenToBstr(table).get(), id, tool.Names(), tool.Values());
-}
-
-std::vector<std::string> ComponentTest::ToolTypes() {
-  Variant types;
-  EXPECT_EQ(m_db->GetToolTypes(types.put()), S_OK);
-  return Strings(types.get());
+std::vector<std::string> ComponentTest::Walk(std::string_view table) {
+  std::vector<std::string> found;
+  for (Record record = First(table); !record.empty(); record = Next(table)) {
+    found.push_back(record["Name"]);
+  }
+  return found;
 }
 
 }  // namespace orxdb::test

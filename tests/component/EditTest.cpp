@@ -1,9 +1,9 @@
 // Adding, changing and deleting tools through the interface.
 #include <algorithm>
-#include <sstream>
+#include <fstream>
+#include <functional>
 
 #include "platform/framework/MessageBox.h"
-#include "platform/framework/Text.h"
 #include "tests/component/ComponentFixture.h"
 
 namespace orxdb::test {
@@ -16,8 +16,7 @@ class EditTest : public ComponentTest {
     OpenSeeded(Script("Edit"));
   }
   std::string Stored(const std::string& table, const std::string& field, LONG id) {
-    return QueryRows(
-        m_file, "SELECT \"" + field + "\" FROM " + table + " WHERE ID = " + std::to_string(id));
+    return Sql("SELECT \"" + field + "\" FROM " + table + " WHERE ID = " + std::to_string(id));
   }
 };
 
@@ -25,14 +24,23 @@ constexpr const char* kFails = "fails";
 
 // Each value is given to a new tool, whose fields start with defaults, and to a stored one.
 TEST_F(EditTest, RulesOfTheToolDomain) {
+  const auto text = [](std::string_view narrow) { return Variant::FromBstr(WidenToBstr(narrow)); };
+  const auto reference = [](int type, const void* place) {
+    return Variant::CopyOf(Reference(static_cast<VARTYPE>(type), place));
+  };
+  Variant name = text("刀");
+  Variant steel = text("steel");
+  Variant none;
+  LONG number = 12;
+  const std::string longText(60'000, 'x');
+  const std::string hostile = "O''Brien [x] *?# \"6\" Ø %";
   struct Case {
     std::string field;
     Variant value;
     std::string added, changed;
+    std::string changedTap = {};  ///< where taps differ
+    std::string addedTap = {};
   };
-  const auto text = [](std::string_view narrow) { return Variant::FromBstr(WidenToBstr(narrow)); };
-  const std::string longText(60'000, 'x');
-  const std::string hostile = "O''Brien [x] *?# \"6\" Ø %";
   Case cases[] = {{"Material", text("hss"), "1", "1"},
                   {"Material", text("Steel"), "3", "3"},
                   {"Material", text("Wood"), "2", kFails},
@@ -42,62 +50,55 @@ TEST_F(EditTest, RulesOfTheToolDomain) {
                   {"Material", text("' OR '1' = '1"), "1", "1"},
                   {"Material", text("'; DELETE FROM MATERIAL; --"), kFails, kFails},
                   {"Material", Variant(), "2", "NULL"},
-                  {"Material", Variant::Null(), "2", "NULL"},
                   {"Material", Variant::FromI4(4), "4", kFails},
                   {"TappingHead", text("Head B"), "2", "2"},
                   {"TappingHead", text("Absent"), "NULL", "NULL"},
                   {"TappingHead", text("absent"), "2", kFails},
                   {"TappingHead", Variant::Null(), "2", "NULL"},
-                  {"Size", Variant(), "7", "NULL"},
+                  // What counts is the value that a reference leads to.
+                  {"Name", reference(VT_VARIANT, name.ptr()), "刀", "刀"},
+                  {"Name", reference(VT_BSTR, &name.ptr()->bstrVal), "刀", "刀"},
+                  {"Material", reference(VT_BSTR, &steel.ptr()->bstrVal), "3", "3"},
+                  {"Size", reference(VT_I4, &number), "12", "12"},
+                  {"Size", reference(VT_I4, nullptr), "7", "5"},
+                  {"Size", reference(VT_VARIANT, none.ptr()), "7", "NULL"},
                   {"Size", text("12"), "12", "12"},
                   {"Size", text("twelve"), "7", "5"},
                   {"Size", Variant::FromI4(70'000), "7", "5"},
                   {"Name", text(hostile), hostile, hostile},
                   {"Name", text(longText), "NULL", "One"},
                   {"Name", text("Absent"), "Absent", "Absent"},
-                  {"Note", text(longText), longText, longText},
-                  {"ID", Variant::FromI4(99), "", ""},
-                  {"Nope", Variant::FromI4(1), kFails, kFails},
-                  {"Nope", Variant(), "", kFails}};
+                  {"Approach_Height", Variant::FromR8(9), "9.0", "9.0", "4.0", "1.5"},
+                  {"Retraction_Height", Variant(), "1.5", "NULL", "4.0"},
+                  {"Extra_Depth", Variant(), "1.5", "NULL", "4.0"},
+                  {"Retraction_Ratio", Variant(), "1.5", "NULL", "4.0"}};
   for (const std::string table : {"PIPE_TAP", "DRILL"}) {
-    const auto check = [&](const std::string& field, const Variant& value, const std::string& added,
-                           const std::string& changed) {
+    int stored = 1;
+    for (const auto& [field, value, added, changed, changedTap, addedTap] : cases) {
       SCOPED_TRACE(table + "." + field + " -> " + added.substr(0, 9) + "/" + changed.substr(0, 9));
-      const std::string before = QueryRows(m_file, "SELECT count(*) FROM " + table);
-      EXPECT_EQ(Add(table, Properties().Add(field, value.Copy()).Add("Note", longText)),
-                added == kFails ? E_FAIL : S_OK);
-      EXPECT_EQ(TakeError(), added == kFails ? kReportedError : "");
-      if (added == kFails) {
-        EXPECT_EQ(QueryRows(m_file, "SELECT count(*) FROM " + table), before);
-      } else {
-        if (!added.empty()) {
-          EXPECT_EQ(Stored(table, field, m_id), added);
-        }
-        EXPECT_EQ(Stored(table, "Note", m_id), longText);
-      }
-      EXPECT_EQ(Set(table, 1, Properties().Add("Note", "new").Add(field, value.Copy())),
-                changed == kFails ? E_FAIL : S_OK);
-      EXPECT_EQ(TakeError(), changed == kFails ? kReportedError : "");
-      if (changed != kFails && !changed.empty()) {
-        EXPECT_EQ(Stored(table, field, 1), changed);
-      }
-      if (field != "Note") {
-        EXPECT_EQ(Stored(table, "Note", 1), changed == kFails ? "x" : "new");
-      }
-      RunSql(m_file, "UPDATE " + table +
-                         " SET Name = 'One', Approach_Height = 4, Retraction_Height = 4, "
-                         "Extra_Depth = 4, Retraction_Ratio = 4, Size = 5, Note = 'x', "
-                         "Material = 1, TappingHead = 1 WHERE ID = 1");
-    };
-    for (const Case& c : cases) check(c.field, c.value, c.added, c.changed);
-    const bool tap = table == "PIPE_TAP";
-    for (const auto* field :
-         {"Approach_Height", "Retraction_Height", "Extra_Depth", "Retraction_Ratio"}) {
-      check(field, Variant::FromR8(9), tap ? "1.5" : "9.0", tap ? "4.0" : "9.0");
-      check(field, Variant::Null(), "1.5", tap ? "4.0" : "NULL");
+      const bool tap = table == "PIPE_TAP";
+      const bool adds =
+          Add(table, Properties().Add(field, value.Copy()).Add("Note", longText)) == S_OK;
+      EXPECT_EQ(TakeError(), adds ? "" : kReportedError);
+      EXPECT_EQ(adds ? Stored(table, field, m_id) : kFails,
+                tap && !addedTap.empty() ? addedTap : added);
+      EXPECT_EQ(Stored(table, "Note", m_id), adds ? longText : "") << "all of it, or none";
+      EXPECT_EQ(Sql("SELECT count(*) FROM " + table), std::to_string(stored += adds));
+      Properties change;
+      const bool changes =
+          Set(table, 1, change.Add("Note", "new").Add(field, value.Copy())) == S_OK;
+      EXPECT_EQ(TakeError(), changes ? "" : kReportedError);
+      EXPECT_EQ(changes ? Stored(table, field, 1) : kFails,
+                tap && !changedTap.empty() ? changedTap : changed);
+      EXPECT_EQ(Stored(table, "Note", 1), changes ? "new" : "x");
+      Sql("REPLACE INTO " + table + " VALUES (1, 'One', 4, 4, 4, 4, 5, 'x', 1, 1)");
     }
   }
-  EXPECT_EQ(QueryRows(m_file, "SELECT count(*) FROM MATERIAL"), "4");
+  Properties odd;
+  EXPECT_EQ(Add("DRILL", odd.Add("Nope", Variant())), S_OK) << "nothing to write";
+  EXPECT_EQ(Set("DRILL", 1, odd), E_FAIL);
+  EXPECT_EQ(Add("DRILL", odd.Add("ID", 99).Add("Nope", 1)), E_FAIL);
+  EXPECT_EQ(Sql("SELECT count(*) FROM MATERIAL"), "4");
 }
 
 TEST_F(EditTest, TappingHeadsNeedNamesOfTheirOwn) {
@@ -107,24 +108,52 @@ TEST_F(EditTest, TappingHeadsNeedNamesOfTheirOwn) {
         messages += text + "/" + std::to_string(style);
         return IDOK;
       });
-  EXPECT_EQ(Add("TAPPING_HEAD", Properties().Add("Name", "head a")), E_FAIL);
-  EXPECT_EQ(TakeError(), kReportedError);
+  Variant used = Variant::FromText(u"head a");
+  const VARIANT reference = Reference(VT_BSTR, &used.ptr()->bstrVal);
+  EXPECT_EQ(Add("TAPPING_HEAD", Properties().Add("Name", Variant::CopyOf(reference))), E_FAIL);
   EXPECT_EQ(messages, "You should use unique 'Description' for each Tapping Head/16");
   EXPECT_EQ(m_id, 3);
   EXPECT_EQ(Add("TAPPING_HEAD", Properties().Add("Name", "It's")), S_OK) << "cannot be asked about";
   EXPECT_EQ(Add("TAPPING_HEAD", Properties().Add("Name", Variant::FromI4(7))), S_OK);
   EXPECT_EQ(Add("DRILL", Properties().Add("Name", "One")), S_OK);
-  EXPECT_EQ(Set("TAPPING_HEAD", 2, Properties().Add("Name", "Head A")), S_OK);
+  Properties again;
+  EXPECT_EQ(Set("TAPPING_HEAD", 2, again.Add("Name", "Head A")), S_OK);
   EXPECT_EQ(messages.find("/16"), messages.rfind("/16")) << "one message only";
-  EXPECT_EQ(QueryRows(m_file, "SELECT ID || Name FROM TAPPING_HEAD"), "1Head A|2Head A|4It's|57");
+  EXPECT_EQ(Sql("SELECT ID || Name FROM TAPPING_HEAD"), "1Head A|2Head A|4It's|57");
   InstallMessageBoxHandler(std::move(earlier));
 }
 
-SafeArray Table(VARTYPE type, ULONG rows, ULONG columns) {
-  const SAFEARRAYBOUND bounds[] = {{rows, -3}, {columns, 0}};
-  SafeArray array;
-  array.attach(SafeArrayCreate(type, 2, bounds));
-  return array;
+// A message lets the host run, which may release an object or make one in the middle of a call.
+TEST_F(EditTest, MessagesMayEndTheDataObject) {
+  Sql("INSERT INTO TAPPING_HEAD (Name) VALUES ('AUX_TEMP_TOOLNAME_~*&^$%_')");
+  const std::string text = m_folder / "x.txt";
+  std::ofstream(text) << "ORX_tool_table_version=1.0\nORX_tool_table_name=TAPPING_HEAD\n"
+                         "ORX_table_export_type=ORX_exported_by_table\n\"ID\"\t\"Name\"\n"
+                         "\"9\"\t\"Head A\"\n\"9\"\t\"New\"\n";
+  const char* table = "TAPPING_HEAD";
+  Properties head;
+  head.Add("Name", "Head B");
+  const std::pair<std::function<std::string()>, const char*> calls[] = {
+      {[&] { return Gives(&Db::AddNewRecord, table, head.Names(), head.Values()); }, "fails"},
+      {[&] { return Gives(&Db::ImportToolRecordsFromFile, text, 0); }, ""},
+      {[&] { return Gives(&Db::GetDefPropsValues, table); }, "nothing/nothing"}};
+  int messages = 0;
+  for (const bool replace : {false, true}) {
+    for (const auto& [call, result] : calls) {
+      ComPtr<IOrxDbObj> other;
+      Reopen();
+      InstallMessageBoxHandler([&](const std::string&, const std::string&, unsigned) {
+        ++messages;
+        if (replace) other = NewObject();
+        if (!replace) m_db.reset();
+        return IDOK;
+      });
+      EXPECT_EQ(call(), result) << replace;
+      EXPECT_EQ(Sql("SELECT count(*) FROM TAPPING_HEAD"), "3");
+    }
+  }
+  EXPECT_EQ(messages, 6);
+  InstallMessageBoxHandler({});
 }
 
 // What does not pair up is refused before anything is stored.
@@ -138,82 +167,63 @@ TEST_F(EditTest, ArraysOfEveryShape) {
     m_id = -1;
     const HRESULT added = m_db->AddNewRecord(drill.get(), names, values, &m_id);
     const HRESULT changed = m_db->SetToolProps(drill.get(), 1, names, values);
-    EXPECT_EQ(Stored("DRILL", "Name", m_id), added == S_OK ? "New" : "");
-    EXPECT_EQ(Stored("DRILL", "Name", 1), changed == S_OK ? "New" : "One");
-    RunSql(m_file, "UPDATE DRILL SET Name = 'One' WHERE ID = 1");
     return std::string(added == S_OK ? "added " : "") + (m_id > 0 ? "id " : "") +
            (changed == S_OK ? "changed" : "");
   };
-  EXPECT_EQ(status(good.Names(), good.Values()), "added id changed");
-  EXPECT_EQ(status(good.Names(-7), good.Values(3)), "added id changed");
   EXPECT_EQ(status(good.Names(), shorter.Values()), "id ");
   EXPECT_EQ(status(shorter.Names(), good.Values()), "id ");
   EXPECT_EQ(status(nullptr, good.Values()), "");
   EXPECT_EQ(status(good.Names(), nullptr), "");
-
-  Variant table = Variant::FromArray(VT_VARIANT, Table(VT_VARIANT, 1, 3));
-  ArrayAccess<VARIANT>(table.get().parray)[0] = Variant::FromText(u"New").detach();
-  EXPECT_EQ(status(shorter.Names(), table.ptr()), "id changed");
+  SafeArray numbers = SafeArray::Vector(VT_I8, 2);
+  VARIANT odd{};
+  odd.parray = numbers.get();
   for (const int type : {+VT_EMPTY, +VT_I4, VT_ARRAY | VT_VARIANT, VT_ARRAY | VT_I4}) {
-    VARIANT wrong{};
-    wrong.vt = static_cast<VARTYPE>(type);
-    EXPECT_EQ(status(&wrong, good.Values()), "");
+    odd.vt = static_cast<VARTYPE>(type);
+    EXPECT_EQ(status(&odd, good.Values()), "");
   }
-  for (const bool lying : {false, true}) {
-    SafeArray numbers = SafeArray::Vector(VT_I8, 2);
-    VARIANT array{};
-    array.vt = VT_ARRAY | VT_BSTR;
-    array.parray = lying ? numbers.get() : nullptr;
-    EXPECT_EQ(status(&array, good.Values()), "id ") << "no strings in the array";
-  }
-  EXPECT_EQ(m_db->AddNewRecord(Bstr(u"NOPE").get(), good.Names(), good.Values(), &m_id), E_FAIL);
-  EXPECT_EQ(m_db->AddNewRecord(nullptr, good.Names(), good.Values(), &m_id), E_FAIL);
-  EXPECT_EQ(m_db->SetToolProps(drill.get(), 12345, good.Names(), good.Values()), E_FAIL);
+  odd.vt = VT_ARRAY | VT_BSTR;
+  EXPECT_EQ(status(&odd, good.Values()), "id ") << "no strings in the array";
+  odd.parray = nullptr;
+  EXPECT_EQ(status(&odd, good.Values()), "id ") << "no array";
+  EXPECT_EQ(Sql("SELECT Name FROM DRILL"), "One");
+
+  const SAFEARRAYBOUND bounds[] = {{1, -3}, {3, 0}};
+  SafeArray table;
+  table.attach(SafeArrayCreate(VT_VARIANT, 2, bounds));
+  ArrayAccess<VARIANT>(table.get())[0] = Variant::FromText(u"Table").detach();
+  Variant two = Variant::FromArray(VT_VARIANT, std::move(table));
+  EXPECT_EQ(status(shorter.Names(), two.ptr()), "id changed");
+  EXPECT_EQ(Sql("SELECT Name FROM DRILL"), "Table") << "along the first dimension";
+  EXPECT_EQ(status(good.Names(), good.Values()), "added id changed");
+  EXPECT_EQ(status(good.Names(-7), good.Values(3)), "added id changed");
+  EXPECT_EQ(Sql("SELECT Name || Size FROM DRILL"), "New8|New8|New8");
+  EXPECT_EQ(Gives(&Db::AddNewRecord, "NOPE", good.Names(), good.Values()), kFails);
+  EXPECT_EQ(Gives(&Db::AddNewRecord, nullptr, good.Names(), good.Values()), kFails);
+  EXPECT_EQ(Gives(&Db::SetToolProps, "DRILL", 12345, good.Names(), good.Values()), kFails);
 }
 
-// Every type of value meets every type of field: what fits is stored, nothing else happens.
+// Values of every type for fields of every type: what fits is stored, nothing else happens.
 TEST_F(EditTest, ValuesOfEveryTypeForEveryField) {
-  const std::string row = QueryRows(m_file,
-                                    "SELECT group_concat(name) FROM "
-                                    "pragma_table_info('ALL_TYPES') WHERE name LIKE 'F_%'");
-  std::vector<std::string> fields;
-  std::istringstream names(row);
-  for (std::string field; std::getline(names, field, ',');) fields.push_back(field);
-  ASSERT_EQ(fields.size(), 12u);
-
-  LONG number = 5;
-  SafeArray bytes = SafeArray::Vector(VT_UI1, 16);
-  std::vector<VARIANT> values;  // own nothing
-  for (const VARTYPE extra : {VARTYPE{0}, VARTYPE{VT_BYREF}, VARTYPE{VT_ARRAY}}) {
-    for (VARTYPE type = 0; type <= VT_CLSID; ++type) {
-      VARIANT value{};
-      value.vt = type | extra;
-      values.push_back(value);
-    }
-  }
-  for (const int type : {VT_BYREF | VT_I4, VT_ARRAY | VT_UI1}) {
-    VARIANT value{};
-    value.vt = static_cast<VARTYPE>(type);
-    if (type & VT_BYREF) value.plVal = &number;
-    if (type & VT_ARRAY) value.parray = bytes.get();
-    values.push_back(value);
-  }
   const Bstr table(u"ALL_TYPES");
-  Properties tool;
-  for (const std::string& field : fields) tool.Add(field, Variant());
-  tool.Add("Name", "stored");
-  for (const VARIANT& value : values) {
-    SCOPED_TRACE(value.vt);
-    VARIANT* given = tool.Values();
-    const auto elements = ArrayAccess<VARIANT>(given->parray).elements().first(fields.size());
-    std::ranges::fill(elements, value);
-    EXPECT_EQ(m_db->AddNewRecord(table.get(), tool.Names(), given, &m_id), S_OK);
-    EXPECT_EQ(m_db->SetToolProps(table.get(), m_id, tool.Names(), given), S_OK);
-    std::ranges::fill(elements, VARIANT{});
-    EXPECT_EQ(Stored("ALL_TYPES", "Name", m_id), "stored");
-    Variant read[2];
-    EXPECT_EQ(m_db->GetToolProps(table.get(), m_id, read[0].ptr(), read[1].ptr()), S_OK);
-    EXPECT_FALSE(read[1].empty());
+  Variant names;
+  Variant values;
+  ASSERT_EQ(m_db->GetDefPropsValues(table.get(), names.ptr(), values.ptr()), S_OK);
+  // Behind the ID and the name, fields without a value.
+  const auto elements = ArrayAccess<VARIANT>(values.get().parray).elements().subspan(2);
+  SafeArray bytes = SafeArray::Vector(VT_UI1, 16);
+  for (const int extra : {0, +VT_BYREF, +VT_ARRAY}) {
+    for (int type = 0; type <= VT_CLSID; ++type) {
+      SCOPED_TRACE(type | extra);
+      VARIANT value{};  // owns nothing
+      value.vt = static_cast<VARTYPE>(type | extra);
+      if (value.vt == (VT_ARRAY | VT_UI1)) value.parray = bytes.get();
+      std::ranges::fill(elements, value);
+      EXPECT_EQ(m_db->AddNewRecord(table.get(), names.ptr(), values.ptr(), &m_id), S_OK);
+      EXPECT_EQ(m_db->SetToolProps(table.get(), m_id, names.ptr(), values.ptr()), S_OK);
+      EXPECT_THAT(Gives(&Db::GetToolProps, "ALL_TYPES", m_id),
+                  testing::HasSubstr(std::to_string(m_id) + "|AUX_TEMP"));
+      std::ranges::fill(elements, VARIANT{});
+    }
   }
 }
 

@@ -1,14 +1,11 @@
 // Exchange files through the interface: what is written, what is read, what is passed over.
 #include <fstream>
-#include <random>
 
 #include "platform/framework/Text.h"
 #include "tests/component/ComponentFixture.h"
 
 namespace orxdb::test {
 namespace {
-
-namespace fs = std::filesystem;
 
 /// The header of a file for a table.
 std::string Header(const std::string& table) {
@@ -33,19 +30,18 @@ class ExchangeTest : public ComponentTest {
   /// Imports into an empty table and gives a column of what is there then.
   std::string Imported(const std::string& text, const std::string& table = "DRILL",
                        const std::string& column = "Name") {
-    RunSql(m_file, "DELETE FROM " + table);
+    Sql("DELETE FROM " + table);
     EXPECT_EQ(SetFilter(table, "", "ID"), S_OK);
     Import(text);
-    return QueryRows(m_file, "SELECT " + column + " FROM " + table);
+    return Sql("SELECT " + column + " FROM " + table);
   }
   Bstr Path() { return WidenToBstr((m_folder / "x.txt").string()); }
 };
 
 TEST_F(ExchangeTest, FilesAreWrittenByteByByte) {
-  RunSql(m_file,
-         "INSERT INTO DRILL VALUES (1, 'a\t\"\\' || char(10, 13, 11) || 'Ø', 2.5, 0.1, -3, -1, '', "
-         "1.5, '2024-03-01', 3, 7, 8, 9), (2, NULL, 1e9, NULL, NULL, NULL, NULL, NULL, NULL, NULL, "
-         "NULL, 'unread', NULL); INSERT INTO PIPE_TAP VALUES (1, 'p', 2.5, 3, 4)");
+  Sql("INSERT INTO DRILL VALUES (1, 'a\t\"\\' || char(10, 13, 11) || 'Ø', 2.5, 0.1, -3, -1, '', "
+      "1.5, '2024-03-01', 3, 7, 8, 9), (2, NULL, 1e9, NULL, NULL, NULL, NULL, NULL, NULL, NULL, "
+      "NULL, 'unread', NULL); INSERT INTO PIPE_TAP VALUES (1, 'p', 2.5, 3, 4)");
   EXPECT_EQ(SetFilter("DRILL", "Name = 'none'", "ID"), S_OK);
   const std::string names =
       "\"Name\"\t\"Diameter\"\t\"Pitch\"\t\"Count\"\t\"Coated\"\t\"Note\"\t\"Material\"\t"
@@ -76,18 +72,13 @@ TEST_F(ExchangeTest, FilesAreReadLeniently) {
     const char* what;
     std::string file, tools;
   } cases[] = {
-      {"two tools", head + names + a + b, "a|b"},
       {"lines that end in LF", lineFeeds, "a|b"},
-      {"no end of the last line", head + names + a + "\"b\"\t\"2\"", "a|b"},
       {"text between fields", head + names + "x\"a\" y \"1\" z\r\n", "a"},
       {"the same tool again", head + names + a + a + "\"A\"\t\"1.500000\"\t\r\n" + b, "a|b"},
       {"other versions", withVersion("ORX_tool_table_version=2.0\n"), ""},
       {"", withVersion("ORX_tool_table_version=1.1\n"), ""},
-      {"", withVersion("ORX_tool_table_version=1,0 of old\n"), "a"},
       {"", withVersion("ORX_tool_table_version= +1x0\n"), "a"},
       {"", withVersion("ORX_tool_table_version=1\n"), "a"},
-      {"", withVersion("ORX_tool_table_version=99999999999999999999.0\n"), ""},
-      {"no version", withVersion("nothing\n"), "a"},
       {"", withVersion("orx_tool_table_version=2.0\n"), "a"},
       {"", withVersion(std::string(70'000, '=') + '\n'), ""},
       {"other type",
@@ -99,19 +90,15 @@ TEST_F(ExchangeTest, FilesAreReadLeniently) {
       {"wrong number of fields", head + names + "\"c\"\t\r\n\r\n\"a\"\t\"1\"\t\"2\"\r\n" + b, "b"},
       {"a value that falls apart", head + names + "\"c\\\"d\"\t\"1\"\t\r\n" + a, ""},
       {"an empty number", head + names + a + "\"c\"\t\"\"\t\r\n" + b, "a"},
-      {"no number", head + names + a + "\"c\"\t\"six\"\t\r\n" + b, "a"},
       {"hostile criteria", head + names + a + "\"c\"\t\"1 OR 1=1); DROP TABLE DRILL\"\r\n", "a"},
       {"hostile names", head + "\"Name] = 1 OR [Name\"\r\n\"a\"\r\n", ""},
       {"an empty text", head + names + "\"\"\t\"1\"\r\n", "NULL"},
       {"zero bytes", head + names + a + std::string("\"c\0d\"\t\"1\"\r\n", 11) + b, "a|b"},
       {"a line as long as may be", head + names + longName(65533) + a, "NULL|a"},
       {"a longer line", head + names + longName(65534) + a, "a"},
-      {"pieces of a longer line", head + names + std::string(65534, 'x') + "\"c\"\t\"3\"\r\n" + a,
-       "c|a"},
       {"a huge line", head + names + a + std::string(5'000'000, '"') + "\r\n" + b, "a|b"},
       {"nothing comparable", head + "\"Note\"\t\r\n\"c\"\r\n", ""},
       {"no tools", head + names, ""},
-      {"nothing", "", ""},
       {"only a header", head, ""}};
   for (const auto& [what, file, tools] : cases) {
     SCOPED_TRACE(what + file.substr(0, 40));
@@ -124,14 +111,13 @@ TEST_F(ExchangeTest, FilesAreReadLeniently) {
 }
 
 TEST_F(ExchangeTest, ToolsComeBackAsTheyWere) {
-  RunSql(m_file,
-         "INSERT INTO DRILL (Name, Diameter, Pitch, Count, Coated, Note, Material) VALUES "
-         "('a\tb' || char(10, 13, 11) || '\\ Ø ''', -2.5, 0.25, 3, -1, '', 3),"
-         "(NULL, 0, 0.1, 0, 0, 'memo', 1), ('exact', 0.1234567, 1, 0, 0, '', 1)");
-  RunSql(m_file, "UPDATE DRILL SET Approach_Height = 1");
+  Sql("INSERT INTO DRILL (Name, Diameter, Pitch, Count, Coated, Note, Material) VALUES "
+      "('a\tb' || char(10, 13, 11) || '\\ Ø ''', -2.5, 0.25, 3, -1, '', 3),"
+      "(NULL, 0, 0.1, 0, 0, 'memo', 1), ('exact', 0.1234567, 1, 0, 0, '', 1)");
+  Sql("UPDATE DRILL SET Approach_Height = 1");
   EXPECT_EQ(SetFilter("DRILL", "", "ID"), S_OK);
   const std::string columns = "quote(Name) || Diameter || Pitch || Count || Coated || Material";
-  const std::string before = QueryRows(m_file, "SELECT " + columns + " FROM DRILL WHERE ID < 3");
+  const std::string before = Sql("SELECT " + columns + " FROM DRILL WHERE ID < 3");
   const std::string file = Export("DRILL");
   EXPECT_EQ(Export("DRILL"), file.substr(0, file.find("\n\"a") + 1))
       << "the cursor is behind the last tool";
@@ -139,70 +125,26 @@ TEST_F(ExchangeTest, ToolsComeBackAsTheyWere) {
   EXPECT_EQ(First("DRILL")["Note"], "NULL");
   EXPECT_EQ(Export("DRILL"), file);
   Import(file);
-  EXPECT_EQ(QueryRows(m_file, "SELECT count(*) FROM DRILL"), "3") << "all are there";
-  RunSql(m_file, "UPDATE DRILL SET Diameter = 0.1234567 WHERE Name = 'exact'");
+  EXPECT_EQ(Sql("SELECT count(*) FROM DRILL"), "3") << "all are there";
+  Sql("UPDATE DRILL SET Diameter = 0.1234567 WHERE Name = 'exact'");
   Import(file);
-  EXPECT_EQ(QueryRows(m_file, "SELECT count(*) FROM DRILL"), "4") << "six decimals do not match";
+  EXPECT_EQ(Sql("SELECT count(*) FROM DRILL"), "4") << "six decimals do not match";
   // A price is written as nothing at all, so its line has too few fields.
-  RunSql(m_file,
-         "INSERT INTO PIPE_TAP (Name, Price, Extra_Depth) VALUES ('p', 2, 3), ('q', NULL, 4)");
+  Sql("INSERT INTO PIPE_TAP (Name, Price, Extra_Depth) VALUES ('p', 2, 3), ('q', NULL, 4)");
   EXPECT_EQ(SetFilter("PIPE_TAP", "", "ID"), S_OK);
   EXPECT_EQ(Imported(Export("PIPE_TAP"), "PIPE_TAP"), "q");
 }
 
 TEST_F(ExchangeTest, UnknownTablesLeaveAnEntryThatHarmsNobody) {
-  const std::size_t types = ToolTypes().size();
+  const std::string types = Gives(&Db::GetToolTypes);
   Import(Header("NEW") + "\"Name\"\t\r\n\"a\"\t\r\n");
-  EXPECT_EQ(ToolTypes().size(), types + 3);
-  Variant names;
-  Variant values;
-  const Bstr table(u"NEW");
-  EXPECT_EQ(FirstStatus("NEW"), E_FAIL);
-  EXPECT_EQ(m_db->GetNextTool(table.get(), values.ptr()), S_OK);
-  EXPECT_EQ(SetFilter("NEW", "", "ID"), E_FAIL);
+  EXPECT_EQ(Gives(&Db::GetToolTypes), types + "|nothing|nothing|nothing");
   EXPECT_EQ(Add("NEW", Properties().Add("Name", "a")), E_FAIL);
-  EXPECT_EQ(m_db->GetToolProps(table.get(), 1, names.ptr(), values.ptr()), E_FAIL);
-  EXPECT_EQ(m_db->DeleteTool(table.get(), 1), E_FAIL);
-  EXPECT_EQ(m_db->GetDefPropsValues(table.get(), names.ptr(), values.ptr()), S_OK);
-  EXPECT_EQ(m_db->GetPropsTypes(table.get(), names.ptr(), values.ptr()), S_OK);
-  EXPECT_EQ(m_db->ExportToolRecordsToFile(table.get(), Path().get(), 0), S_OK);
-  Bstr name;
-  EXPECT_EQ(m_db->GenerateDefToolName(table.get(), 1, name.put()), S_OK);
-  EXPECT_TRUE(names.empty() && values.empty());
-}
-
-// Bytes are changed, lost or doubled: what stands before the damage is read all the same.
-TEST_F(ExchangeTest, DamagedFilesGiveWhatStandsBeforeTheDamage) {
-  EXPECT_EQ(SetFilter("MILL", "", "ID"), S_OK);
-  const std::string file = Export("MILL");
-  const std::size_t records = file.find("\"F1\"");
-  std::mt19937 random(7);  // NOLINT(cert-msc32-c,cert-msc51-cpp): the same damage every time
-  for (int round = 0; round < 80; ++round) {
-    SCOPED_TRACE(round);
-    std::string damaged = file;
-    const std::size_t place = random() % file.size();
-    switch (random() % 4) {
-      case 0:
-        damaged[place] = static_cast<char>(random());
-        break;
-      case 1:
-        damaged.resize(place);
-        break;
-      case 2:
-        damaged.erase(place, 1 + random() % 30);
-        break;
-      default:
-        damaged.insert(place, file.substr(random() % file.size(), random() % 200));
-    }
-    const std::string tools = Imported(damaged, "MILL") + "|";
-    std::string whole;
-    for (int i = 1; i <= 9; ++i) {
-      const std::size_t line = file.find("\"F" + std::to_string(i));
-      if (place >= records && file.find('\n', line) < place) whole += "F" + std::to_string(i) + "|";
-    }
-    EXPECT_EQ(tools.substr(0, whole.size()), whole);
-  }
-  EXPECT_EQ(QueryRows(m_file, "PRAGMA integrity_check"), "ok");
+  EXPECT_EQ(Gives(&Db::GetToolProps, "NEW", 1), "fails");
+  EXPECT_EQ(Gives(&Db::DeleteTool, "NEW", 1), "fails");
+  EXPECT_EQ(Gives(&Db::GetDefPropsValues, "NEW"), "nothing/nothing");
+  EXPECT_EQ(Gives(&Db::GetPropsTypes, "NEW"), "nothing/nothing");
+  EXPECT_EQ(Gives(&Db::ExportToolRecordsToFile, "NEW", m_file.string(), 0), "");
 }
 
 }  // namespace

@@ -3,56 +3,40 @@
 #include <cstdlib>
 #include <functional>
 #include <limits>
+#include <optional>
 
-#include "platform/framework/Text.h"
+#include "platform/framework/Exception.h"
 #include "tests/component/ComponentFixture.h"
 #include "tests/component/FaultyFiles.h"
-#include "tests/dispatch/FailingAllocations.h"
+#include "tests/support/FailingAllocations.h"
 
 namespace orxdb::test {
 namespace {
 
-using Arm = std::function<void(int)>;  ///< so many operations succeed before one fails
-using Disarm = std::function<int()>;   ///< gives how many have failed
-
-constexpr const char* kOpen = "open";
-constexpr const char* kNoCheck = "SELECT 1";
+using Arm = std::function<void(int)>;  ///< so many operations succeed before one fails; -1: all
+using Failed = std::function<int()>;   ///< how many have failed since
 
 /// By the journal of the file.
 class FaultTest : public ComponentTest, public testing::WithParamInterface<const char*> {
  protected:
   struct Call {
     const char* name;
-    HRESULT status;             ///< when nothing fails
-    const char* check;          ///< SQL, true when the call has done its work
-    std::function<LONG()> run;  ///< the status; what was seen of the result goes to m_seen
+    std::function<HRESULT()> run;    ///< what was seen of the result goes to m_seen
+    const char* check = "SELECT 1";  ///< SQL, true when the call has done its work
+    HRESULT status = S_OK;           ///< when nothing fails
   };
 
-  void Close() {
-    m_db.reset();
-    m_db = NewObject();
-  }
-  void Open() {
-    Close();
-    EXPECT_EQ(SetMdbFile(*m_db, m_file), S_OK);
-  }
   void SetUp() override {
     FailFilesAfter(FileFault::Read, -1);
     ComponentTest::SetUp();
-    SeedDatabase(m_file, "PRAGMA journal_mode = " + std::string(GetParam()));
-    Open();
+    OpenSeeded("PRAGMA journal_mode = " + std::string(GetParam()));
     ASSERT_EQ(m_db->ExportToolRecordsToFile(m_tap.get(), m_text.get(), 0), S_OK);
   }
-
   void TearDown() override {
-    m_first.clear();
-    m_second.clear();
+    for (Variant& result : m_results) result.clear();
     ComponentTest::TearDown();
   }
 
-  LONG Elements(const Variant& array) {
-    return array.empty() ? -1 : static_cast<LONG>(array.get().parray->rgsabound[0].cElements);
-  }
   HRESULT WalkMills() {
     HRESULT status = m_db->SetTabFilter(m_mill.get(), m_where.get(), m_order.get());
     Variant names;
@@ -63,19 +47,29 @@ class FaultTest : public ComponentTest, public testing::WithParamInterface<const
     }
     return status;
   }
-  HRESULT See(HRESULT status, const Variant& result) {
-    m_seen = Elements(result);
+  /// Runs a call with results and sees the length of the last one; -1 for an empty one.
+  template <typename Work>
+  HRESULT See(Work work) {
+    const HRESULT status = work(m_results[0].put(), m_results[1].put());
+    const Variant& last = m_results[m_results[1].empty() ? 0 : 1];
+    m_seen = last.empty() ? -1 : static_cast<LONG>(last.get().parray->rgsabound[0].cElements);
     return status;
   }
 
   /// Brings the tables back to what they were, as another program, which makes all caches stale.
-  void Reset() {
-    RunSql(
-        m_file,
-        "PRAGMA synchronous = OFF; BEGIN; DELETE FROM TAP; DELETE FROM MILL; INSERT INTO MILL "
-        "SELECT value, 'F' || value, 10 - value, 1 FROM json_each('[1,2,3,4,5,6,7,8,9]'); COMMIT");
+  /// That program stays unless opening alone is looked at.
+  void Reset(bool opening) {
+    if (!m_other) m_other.emplace(m_file);
+    m_other->Execute(
+        "BEGIN; DELETE FROM TAP; DELETE FROM MILL; INSERT INTO MILL SELECT value, 'F' || value, "
+        "10 - value, 1 FROM json_each('[1,2,3,4,5,6,7,8,9]'); COMMIT");
+    if (!opening) return;
+    m_other.reset();
+    m_db.reset();
+    m_db = NewObject();
   }
-  void EveryCallSurvives(const char* fault, int stride, const Arm& arm, const Disarm& disarm);
+  void EveryCallSurvives(const std::string& fault, int stride, const Arm& arm,
+                         const Failed& failed);
 
   const Bstr m_mill{u"MILL"}, m_tap{u"TAP"}, m_where{u"Diameter > 2"}, m_order{u"Name DESC"},
       m_material{u"Material"}, m_name{u"f3"};
@@ -86,107 +80,93 @@ class FaultTest : public ComponentTest, public testing::WithParamInterface<const
   VARIANT* const m_names = m_tool.Names();
   VARIANT* const m_values = m_tool.Values();
   LONG m_seen = 0;
-  Variant m_first, m_second;
+  Variant m_results[2];
+  std::optional<OtherProgram> m_other;
   const std::vector<Call> m_calls = {
-      {kOpen, S_OK, kNoCheck, [this] { return m_db->SetMdbFile(m_path.get()); }},
-      {"walk", S_OK, kNoCheck, [this] { return WalkMills(); }},
-      {"add", S_OK, "SELECT count(*) = 1 FROM MILL WHERE Name = 'new' AND Diameter = 77",
-       [this] { return m_db->AddNewRecord(m_mill.get(), m_names, m_values, &m_id); }},
-      {"set", S_OK, "SELECT Name = 'new' AND Diameter = 77 FROM MILL WHERE ID = 4",
-       [this] { return m_db->SetToolProps(m_mill.get(), 4, m_names, m_values); }},
-      {"delete", E_FAIL, kNoCheck, [this] { return m_db->DeleteTool(m_mill.get(), 5); }},
-      {"defaults", S_OK, kNoCheck,
+      {"open", [this] { return m_db->SetMdbFile(m_path.get()); }},
+      {"walk", [this] { return WalkMills(); }},
+      {"add", [this] { return m_db->AddNewRecord(m_mill.get(), m_names, m_values, &m_id); },
+       "SELECT count(*) = 1 FROM MILL WHERE Name = 'new' AND Diameter = 77"},
+      {"set", [this] { return m_db->SetToolProps(m_mill.get(), 4, m_names, m_values); },
+       "SELECT Name = 'new' AND Diameter = 77 FROM MILL WHERE ID = 4"},
+      {"delete", [this] { return m_db->DeleteTool(m_mill.get(), 5); }, "SELECT 1", E_FAIL},
+      {"defaults",
        [this] {
-         See(m_db->GetDefPropsValues(m_mill.get(), m_first.put(), m_second.put()), m_second);
+         See([this](auto... out) { return m_db->GetDefPropsValues(m_mill.get(), out...); });
          return m_seen < 0 ? E_FAIL : S_OK;  // a failing addition leaves them empty
        }},
-      {"tool", S_OK, kNoCheck,
+      {"tool",
        [this] {
-         return See(m_db->GetToolProps(m_mill.get(), 6, m_first.put(), m_second.put()), m_second);
+         return See([this](auto... out) { return m_db->GetToolProps(m_mill.get(), 6, out...); });
        }},
-      {"permissible values", S_OK, kNoCheck,
+      {"permissible values",
        [this] {
-         return See(m_db->GetPermissibleValues(m_tap.get(), m_material.get(), 0, m_first.put()),
-                    m_first);
+         return See([this](VARIANT* out, VARIANT*) {
+           return m_db->GetPermissibleValues(m_tap.get(), m_material.get(), 0, out);
+         });
        }},
-      {"name", S_OK, kNoCheck,
+      {"name",
        [this] {
          VARIANT_BOOL unique = 5;
          const HRESULT status = m_db->IsToolNameUnique(m_mill.get(), m_name.get(), &unique);
          m_seen = unique;
          return status;
        }},
-      {"export", S_OK, kNoCheck,
-       [this] { return m_db->ExportToolRecordsToFile(m_mill.get(), m_export.get(), 0); }},
-      {"import", S_OK, kNoCheck,
-       [this] { return m_db->ImportToolRecordsFromFile(m_text.get(), 0); }}};
+      {"export", [this] { return m_db->ExportToolRecordsToFile(m_mill.get(), m_export.get(), 0); }},
+      {"import", [this] { return m_db->ImportToolRecordsFromFile(m_text.get(), 0); }}};
 };
 
-void FaultTest::EveryCallSurvives(const char* fault, int stride, const Arm& arm,
-                                  const Disarm& disarm) {
+void FaultTest::EveryCallSurvives(const std::string& fault, int stride, const Arm& arm,
+                                  const Failed& failed) {
   for (const Call& call : m_calls) {
-    const bool opening = call.name == kOpen;
-    LONG seen = 0;
-    const auto succeeds = [&](LONG& result) {
-      Reset();
-      if (opening) Open();
+    const bool opening = &call == &m_calls[0];
+    const auto succeeds = [&] {
+      Reset(opening);
       EXPECT_EQ(call.run(), call.status);
-      result = m_seen;
+      return m_seen;
     };
-    succeeds(seen);
-    for (int n = 0, failed = 1; failed > 0; n += 1 + n / stride) {
-      SCOPED_TRACE(std::string(fault) + " after " + std::to_string(n) + " in " + call.name);
-      Reset();
-      if (opening) Close();
-      arm(n);
+    const LONG seen = succeeds();
+    for (int n = 0, failures = 1; failures > 0 && !HasFailure(); n += 1 + n / stride) {
+      SCOPED_TRACE(fault + " after " + std::to_string(n) + " in " + call.name);
+      Reset(opening);
       HRESULT status = E_FAIL;
+      arm(n);
       try {
         status = call.run();
-      } catch (const std::bad_alloc&) {
-        disarm();
+      } catch (const CMemoryException&) {
+        arm(-1);
         EXPECT_TRUE(opening) << "only opening lets it through";
       }
-      failed = disarm();
+      arm(-1);
+      failures = failed();
       EXPECT_THAT(status, testing::AnyOf(call.status, E_FAIL));
+      if (!m_other) m_other.emplace(m_file);
       if (status == S_OK) {
         EXPECT_EQ(m_seen, seen);
-        EXPECT_EQ(QueryRows(m_file, call.check), "1");
+        EXPECT_EQ(m_other->Ask(call.check), "1");
       }
-      EXPECT_EQ(QueryRows(m_file, "PRAGMA integrity_check"), "ok");
-      LONG again = 0;
-      succeeds(again);
-      EXPECT_EQ(again, seen);
-      if (HasFailure()) return;
+      EXPECT_EQ(m_other->Ask("PRAGMA integrity_check"), "ok");
+      EXPECT_EQ(succeeds(), seen);
     }
   }
 }
 
-constexpr int kEvery = std::numeric_limits<int>::max();
-/// Allocations are many: later ones are tried here and there.
-const int kSome = std::getenv("ORXDB_EVERY_FAULT") ? kEvery : 32;
-
 TEST_P(FaultTest, FailingFiles) {
-  for (const auto& [name, fault] : {std::pair{"read", FileFault::Read},
-                                    {"write", FileFault::Write},
-                                    {"full disk", FileFault::FullDisk},
-                                    {"sync", FileFault::Sync},
-                                    {"truncation", FileFault::Truncate},
-                                    {"lock", FileFault::Lock},
-                                    {"shared memory", FileFault::SharedMemory}}) {
+  using enum FileFault;
+  for (const auto fault : {Read, Write, FullDisk, Sync, Lock, SharedMemory}) {
     EveryCallSurvives(
-        name, kEvery, [fault = fault](int n) { FailFilesAfter(fault, n); }, StopFailingFiles);
+        "file fault " + std::to_string(static_cast<int>(fault)), std::numeric_limits<int>::max(),
+        [=](int n) { FailFilesAfter(fault, n); }, [] { return FaultyFiles::failed; });
   }
 }
 
+// Allocations are many: later ones are tried here and there.
 TEST_P(FaultTest, FailingAllocations) {
+  const int stride = std::getenv("ORXDB_EVERY_FAULT") ? std::numeric_limits<int>::max() : 24;
   for (const int failures : {1, -1}) {
     EveryCallSurvives(
-        failures < 0 ? "allocations" : "allocation", kSome,
-        [=](int n) { FailAllocationsAfter(n, failures); },
-        [] {
-          FailAllocationsAfter(-1);
-          return FailedAllocations();
-        });
+        failures < 0 ? "allocations" : "allocation", stride,
+        [=](int n) { FailAllocationsAfter(n, failures); }, FailedAllocations);
   }
 }
 

@@ -36,6 +36,7 @@ class LanguageTest : public testing::Test {
       EXPECT_EQ(CoGetClassObjectFromFile((m_folder / "libORXDB.so").c_str(), CLSID_OrxDbObj,
                                          IClassFactory::iid, factory.putVoid()),
                 S_OK);
+      EXPECT_FALSE(IsLoaded(m_folder / "libORXDB-de.so")) << "not before the first object";
       EXPECT_EQ(factory->CreateInstance(nullptr, IOrxDbObj::iid, object.putVoid()), S_OK);
       Bstr text;
       for (const bool value : {true, false}) {
@@ -43,9 +44,9 @@ class LanguageTest : public testing::Test {
         words += NarrowBstr(text.get()) + ' ';
       }
       Properties tool;
-      tool.Add("Kind", "Fehlt").Add("On", Variant::FromBool(true));
+      VARIANT* names = tool.Add("Kind", "Fehlt").Add("On", Variant::FromBool(true)).Names();
       object->SetMdbFile(WidenToBstr((m_folder / "tools.mdb").string()).get());
-      object->GenerateDefToolName2(Bstr(u"TAP").get(), tool.Names(), tool.Values(), text.put());
+      object->GenerateDefToolName2(Bstr(u"TAP").get(), names, tool.Values(), text.put());
       words += NarrowBstr(text.get());
       EXPECT_FALSE(IsLoaded(m_folder / "libLangExt.so")) << "no longer needed";
     }
@@ -92,22 +93,20 @@ TEST_F(LanguageTest, IsFoundByItsNameAloneAndSpeaksInMessages) {
   const Library loaded = Library::Load(kExample / "libLangExt.so");
   EXPECT_EQ(Words(), kGerman);
   std::string shown;
-  const auto message = [&] {
-    ShowComponentMessage(IDS_HEAD_NAME_IN_USE, MB_ICONSTOP);
-    return shown;
-  };
-  InstallMessageBoxHandler([&](const std::string& text, const std::string& caption, unsigned) {
-    shown = caption + ": " + text;
-    return IDOK;
-  });
+  auto earlier =
+      InstallMessageBoxHandler([&](const std::string& text, const std::string& caption, unsigned) {
+        shown += caption + ": " + text + '\n';
+        return IDOK;
+      });
   {
     const LanguageResources german;
-    EXPECT_EQ(message(),
-              "Kestrix-Datenbank: Jeder Gewindeschneidkopf braucht eine eigene 'Description'");
+    ShowComponentMessage(IDS_HEAD_NAME_IN_USE, MB_ICONSTOP);
   }
-  EXPECT_EQ(message(),
-            "Kestrix Data Base: You should use unique 'Description' for each Tapping Head");
-  InstallMessageBoxHandler({});
+  ShowComponentMessage(IDS_HEAD_NAME_IN_USE, MB_ICONSTOP);
+  EXPECT_EQ(shown,
+            "Kestrix-Datenbank: Jeder Gewindeschneidkopf braucht eine eigene 'Description'\n"
+            "Kestrix Data Base: You should use unique 'Description' for each Tapping Head\n");
+  InstallMessageBoxHandler(std::move(earlier));
 }
 
 }  // namespace

@@ -1,140 +1,97 @@
-// Properties of tools and their fields, default values and default names, through the interface.
-#include "platform/framework/Text.h"
+// Properties of tools and their fields, default values and names, and values as text.
+#include <algorithm>
+#include <bit>
+
 #include "tests/component/ComponentFixture.h"
 
 namespace orxdb::test {
 namespace {
 
-using testing::ElementsAre;
-
 class PropertyTest : public ComponentTest {
  protected:
-  /// What the search for a property gives: "index: text", or nothing when `property` stays empty.
-  std::string Find(const char16_t* name, VARIANT* names, VARIANT* values) {
-    Variant found;
-    LONG index = -99;
-    EXPECT_EQ(m_db->FindPropByNameInArray(Bstr(name).get(), names, values, found.ptr(), &index),
-              S_OK);
-    if (index == -99) return {};
+  std::string Shown(VARIANT value, LONG precision = -1) {
     Bstr text;
-    m_db->VariantToUIString(found.ptr(), text.put(), -1);
-    return std::to_string(index) + ": " + NarrowBstr(text.get());
-  }
-  /// The name made for properties, between brackets; nothing when the call gives none.
-  std::string NameOf(std::string_view table, VARIANT* names, VARIANT* values) {
-    Bstr name;
-    EXPECT_EQ(m_db->GenerateDefToolName2(WidenToBstr(table).get(), names, values, name.put()),
-              S_OK);
-    return name ? '[' + NarrowBstr(name.get()) + ']' : "";
-  }
-  std::string NameOfStored(std::string_view table, LONG id) {
-    Bstr name;
-    EXPECT_EQ(m_db->GenerateDefToolName(WidenToBstr(table).get(), id, name.put()), S_OK);
-    return name ? '[' + NarrowBstr(name.get()) + ']' : "";
+    const HRESULT result = m_db->VariantToUIString(&value, text.put(), precision);
+    EXPECT_EQ(TakeError(), result == S_OK ? "" : kReportedError);
+    return result == S_OK ? NarrowBstr(text.get()) : "fails";
   }
 };
 
 TEST_F(PropertyTest, FieldTypes) {
-  constexpr int kBytes = VT_ARRAY | VT_UI1;
-  const std::pair<std::string, int> fields[] = {
-      {"BOOLEAN", VT_BOOL},   {"BYTE", VT_UI1},      {"SHORT", VT_I2},       {"LONG", VT_I4},
-      {"CURRENCY", VT_CY},    {"SINGLE", VT_R4},     {"DOUBLE", VT_R8},      {"DATETIME", VT_DATE},
-      {"TEXT(5)", VT_BSTR},   {"LONGTEXT", VT_BSTR}, {"LONGBINARY", kBytes}, {"GUID", VT_CLSID},
-      {"BINARY(4)", VT_NULL}, {"BIGINT", VT_NULL}};
-  std::string columns;
-  std::vector<int> expected = {VT_I4};
-  for (const auto& [declared, type] : fields) {
-    columns += ", F" + std::to_string(expected.size()) + ' ' + declared;
-    expected.push_back(type);
-  }
-  OpenSeeded("CREATE TABLE WIDE (ID INTEGER PRIMARY KEY AUTOINCREMENT" + columns +
-             "); CREATE VIEW Q_WIDE AS SELECT * FROM WIDE; INSERT INTO TYPES_DATA "
-             "(TOOLTABLE_NAME, SEARCH_PARAM) VALUES ('Q_WIDE', 'a;b'), ('Q_WIDER', 'a')");
-  Variant names;
-  Variant variantTypes;
-  ASSERT_EQ(m_db->GetPropsTypes(Bstr(u"WIDE").get(), names.ptr(), variantTypes.ptr()), S_OK);
+  OpenSeeded(
+      "CREATE TABLE WIDE (ID INTEGER PRIMARY KEY AUTOINCREMENT, F0 BOOLEAN, F1 BYTE, F2 SHORT,"
+      " F3 LONG, F4 CURRENCY, F5 SINGLE, F6 DOUBLE, F7 DATETIME, F8 TEXT(5), F9 LONGTEXT,"
+      " F10 LONGBINARY, F11 GUID, F12 BINARY(4), F13 BIGINT);"
+      "CREATE VIEW Q_WIDE AS SELECT * FROM WIDE; INSERT INTO TYPES_DATA "
+      "(TOOLTABLE_NAME, SEARCH_PARAM) VALUES ('Q_WIDE', 'a{b}' || char(13, 10, 13, 10) || "
+      "'c^d;e' || char(13, 10) || 'xy' || char(10) || '{'), ('Q_WIDER', 'a')");
+  // The types as hosts get them: numbers of variant types, 8192 for an array, 1 for none.
+  EXPECT_EQ(Gives(&Db::GetPropsTypes, "WIDE"),
+            "ID|F0|F1|F2|F3|F4|F5|F6|F7|F8|F9|F10|F11|F12|F13/"
+            "3|11|17|2|3|6|4|5|7|8|8|8209|72|1|1");
   EXPECT_EQ(TakeError(), kReportedError) << "told about the fields without a type";
-  ASSERT_EQ(variantTypes.type(), VT_ARRAY | VT_I2);
-  EXPECT_THAT(ArrayAccess<SHORT>(variantTypes.get().parray).elements(),
-              testing::ElementsAreArray(expected));
-  USHORT type = 99;
-  const auto status = [&](const char16_t* table, const std::string& field) {
-    return m_db->GetFieldType(Bstr(table).get(), WidenToBstr(field).get(), &type);
-  };
-  EXPECT_EQ(status(u"NONE", "ID"), S_OK);
-  EXPECT_EQ(status(u"WIDE", "Nope"), E_FAIL);
-  EXPECT_EQ(status(u"WIDER", "ID"), E_FAIL);
-  EXPECT_EQ(type, 99);
-  std::size_t place = 0;
-  for (const std::string& name : Strings(names.get())) {
-    const int wanted = expected[place++];
-    EXPECT_EQ(name, place == 1 ? "ID" : "F" + std::to_string(place - 1));
-    EXPECT_EQ(status(u"WIDE", name), wanted == VT_NULL ? E_FAIL : S_OK);
-    EXPECT_EQ(type, wanted);
+  for (const auto* table : {"NONE", "WIDER"}) {
+    EXPECT_EQ(Gives(&Db::GetPropsTypes, table), "nothing/nothing");
   }
+  EXPECT_EQ(Gives(&Db::GetFieldType, "WIDE", "f9"), std::to_string(VT_BSTR));
+  EXPECT_EQ(Gives(&Db::GetFieldType, "WIDE", "F13"), "fails");
+  EXPECT_EQ(Gives(&Db::GetFieldType, "WIDE", "Nope"), "fails");
+  EXPECT_EQ(Gives(&Db::GetFieldType, "WIDER", "ID"), "fails");
+  EXPECT_EQ(Gives(&Db::GetFieldType, "NONE", "ID"), "-99") << "untouched";
+
+  EXPECT_EQ(Gives(&Db::GetSearchParamNames, "TAP"), "Diameter|Unit");
+  EXPECT_EQ(Gives(&Db::GetSearchParamNames, "WIDE"), "a|c|x|") << "the first part of each line";
   Variant untouched = Variant::FromI4(1);
-  for (const auto* table : {u"NONE", u"WIDER"}) {
-    EXPECT_EQ(m_db->GetPropsTypes(Bstr(table).get(), untouched.ptr(), untouched.ptr()), S_OK);
-  }
-  const auto parameters = [&](const char16_t* table, Variant& found) {
-    return m_db->GetSearchParamNames(Bstr(table).get(), found.ptr());
-  };
-  EXPECT_EQ(parameters(u"MILL", untouched), S_OK) << "no parameters";
-  EXPECT_EQ(parameters(u"NONE", untouched), E_FAIL);
-  EXPECT_ANY_THROW(parameters(u"WIDER", untouched)) << "a table that could not be opened";
-  EXPECT_EQ(untouched.type(), VT_I4);
-  names.clear();
-  ASSERT_EQ(parameters(u"TAP", names), S_OK);
-  EXPECT_THAT(Strings(names.get()), ElementsAre("Diameter", "Unit"));
+  EXPECT_EQ(Gives(&Db::GetSearchParamNames, "MILL", untouched.ptr()), "") << "no parameters";
+  EXPECT_EQ(Show(untouched.get()), "1");
+  EXPECT_EQ(Gives(&Db::GetSearchParamNames, "NONE"), "fails");
+  EXPECT_ANY_THROW(Gives(&Db::GetSearchParamNames, "WIDER")) << "a table that does not open";
 }
 
 TEST_F(PropertyTest, FindingInArrays) {
   Properties tool;
   tool.Add("Name", "a").Add("name", "b").Add("Name", "c").Add("Null", Variant::Null());
-  const auto find = [&](const char16_t* name, LONG lowest = 0, LONG lowestValue = 0) {
-    return Find(name, tool.Names(lowest), tool.Values(lowestValue));
+  const auto find = [&](const char* name, LONG lowest = 0, LONG lowestValue = 0) {
+    return Gives(&Db::FindPropByNameInArray, name, tool.Names(lowest), tool.Values(lowestValue));
   };
-  EXPECT_EQ(find(u"Name"), "0: a") << "the first of two";
-  EXPECT_EQ(find(u"name"), "1: b");
-  EXPECT_EQ(find(u"Null"), "3: ");
-  EXPECT_EQ(find(u"Nam"), "");
-  EXPECT_EQ(find(u"name", -5, -5), "-4: b");
-  EXPECT_EQ(find(u"Name", 1), "1: b") << "the same index";
-  EXPECT_EQ(find(u"Null", 1), "4: ") << "behind the values";
+  EXPECT_EQ(find("Name"), "a/0") << "the first of two";
+  EXPECT_EQ(find("name"), "b/1");
+  EXPECT_EQ(find("Null"), "null/3");
+  EXPECT_EQ(find("Nam"), "nothing/-99");
+  EXPECT_EQ(find("name", -5, -5), "b/-4");
+  EXPECT_EQ(find("Name", 1), "b/1") << "the same index";
+  EXPECT_EQ(find("Null", 1), "nothing/4") << "behind the values";
   Variant number = Variant::FromI4(17);
   for (VARIANT* noNames : {number.ptr(), tool.Values(), static_cast<VARIANT*>(nullptr)}) {
-    EXPECT_EQ(Find(u"Name", noNames, tool.Values()), "");
+    EXPECT_EQ(Gives(&Db::FindPropByNameInArray, "Name", noNames, tool.Values()), "nothing/-99");
   }
-  EXPECT_EQ(Find(u"Name", tool.Names(), tool.Names()), "") << "no values";
-  LONG index = 7;
-  EXPECT_EQ(m_db->FindPropByNameInArray(Bstr(u"Name").get(), tool.Names(), tool.Values(),
-                                        number.ptr(), &index),
-            S_OK);
-  EXPECT_EQ(number.get().lVal, 17) << "not looked for";
-  EXPECT_EQ(index, 7);
+  EXPECT_EQ(Gives(&Db::FindPropByNameInArray, "Name", tool.Names(), tool.Names()), "nothing/-99");
+  EXPECT_EQ(Gives(&Db::FindPropByNameInArray, "Name", tool.Names(), tool.Values(), number.ptr()),
+            "-99")
+      << "not looked for";
+  EXPECT_EQ(number.get().lVal, 17);
 }
 
 TEST_F(PropertyTest, DefaultValuesLeaveNoTool) {
   OpenSeeded(
       "CREATE TABLE DRILL (ID INTEGER PRIMARY KEY AUTOINCREMENT, Name TEXT(50), Unit TEXT(4) "
-      "DEFAULT 'mm', Size SHORT DEFAULT 7); INSERT INTO DRILL (Name) VALUES ('a'), ('b'), ('c');"
-      "CREATE VIEW Q_DRILL AS SELECT ID AS ID, Name AS Name, Unit AS Unit, Size AS Size FROM DRILL;"
-      "INSERT INTO TYPES_DATA (TOOLTABLE_NAME) VALUES ('Q_DRILL')");
+      "DEFAULT 'mm', Size SHORT DEFAULT 7, Made DATETIME DEFAULT CURRENT_TIMESTAMP, Twice AS "
+      "(Size * 2)); INSERT INTO DRILL (Name) VALUES ('a'), ('b'), ('c');"
+      "CREATE VIEW Q_DRILL AS SELECT ID AS ID, Name AS Name, Unit AS Unit, Size AS Size, Twice AS "
+      "Twice, Made AS Made FROM DRILL; INSERT INTO TYPES_DATA (TOOLTABLE_NAME) VALUES ('Q_DRILL')");
   Variant names;
   Variant values;
   const Bstr drill(u"DRILL");
   ASSERT_EQ(m_db->GetDefPropsValues(drill.get(), names.ptr(), values.ptr()), S_OK);
-  EXPECT_EQ(Find(u"Unit", names.ptr(), values.ptr()), "2: mm");
-  EXPECT_EQ(Find(u"Size", names.ptr(), values.ptr()), "3: 7");
-  EXPECT_EQ(Find(u"ID", names.ptr(), values.ptr()), "0: 4");
-  EXPECT_EQ(Find(u"Name", names.ptr(), values.ptr()), "1: AUX_TEMP_TOOLNAME_~*&^$%_");
+  EXPECT_THAT(Show(values.get()), testing::StartsWith("4|AUX_TEMP_TOOLNAME_~*&^$%_|mm|7|14|20"));
+  EXPECT_EQ(m_db->SetToolProps(drill.get(), 2, names.ptr(), values.ptr()), S_OK);
+  EXPECT_EQ(Sql("SELECT Size FROM DRILL WHERE Name LIKE 'AUX%' AND Made > '2020'"), "7");
   EXPECT_EQ(m_db->GetDefPropsValues(drill.get(), names.ptr(), values.ptr()), E_FAIL);
-  EXPECT_EQ(m_db->GetDefPropsValues(Bstr(u"NONE").get(), names.put(), values.put()), S_OK);
-  EXPECT_TRUE(names.empty() && values.empty());
-  EXPECT_EQ(QueryRows(m_file, "SELECT ID FROM DRILL"), "1|2|3");
+  EXPECT_EQ(Gives(&Db::GetDefPropsValues, "NONE"), "nothing/nothing");
+  EXPECT_EQ(Sql("SELECT ID FROM DRILL"), "1|2|3");
 }
 
-// A table with two tools, one of them with an empty name, for every format.
+// A table of taps and another, a tool with a name and one without, for every format.
 TEST_F(PropertyTest, NamesByFormat) {
   const std::pair<std::string, std::string> cases[] = {
       // '#' is M for taps and m for others
@@ -149,7 +106,7 @@ TEST_F(PropertyTest, NamesByFormat) {
       {"%Diameter%x%Flutes%mm", "10.5x4"},
       {"T%Unit%_%Coating%_%Flutes%", "T#_4"},
       {"Ø%Coating%a%Coating%%Coating%", ""},
-      {"刀%Coating%é%Note%", "é"},
+      {"b🔩%Coating%é%Note%", "bé"},
       {"%Coolant%/%Left%", "Yes/No"},
       {"a_%Nope%_%Empty%____%Null%_b%Nope%", "a_b"},
       {"%Flutes%%Flutes%%", "44"},
@@ -163,24 +120,23 @@ TEST_F(PropertyTest, NamesByFormat) {
   tool.Add("Text", "fräsen 刀").Add("Name", "own");
   Properties nameless;
   nameless.Add("Flutes", 4).Add("Name", Variant::Null());
+  OpenSeeded();
   for (const auto& [format, name] : cases) {
     SCOPED_TRACE(format);
-    m_db.reset();
-    m_db = NewObject();
-    std::filesystem::remove(m_file);
-    OpenSeeded("UPDATE TYPES_DATA SET DEF_NAME_FORMAT = '" + format + "'");
+    Sql("UPDATE TYPES_DATA SET DEF_NAME_FORMAT = '" + format + "'");
+    Reopen();
     VARIANT* values = tool.Values();
     for (const auto& [table, unit] : {std::pair("TAP", 'M'), std::pair("MILL", 'm')}) {
-      std::string expected = '[' + name + ']';
+      std::string expected = name;
       std::ranges::replace(expected, '#', unit);
-      EXPECT_EQ(NameOf(table, tool.Names(), values), expected);
+      EXPECT_EQ(Gives(&Db::GenerateDefToolName2, table, tool.Names(), values), expected);
     }
-    EXPECT_EQ(Find(u"Name", tool.Names(), values), "11: own");
+    EXPECT_THAT(Show(*values), testing::EndsWith("|own"));
     values = nameless.Values();
-    const std::string made = NameOf("MILL", nameless.Names(), values);
-    EXPECT_EQ('[' + Find(u"Name", nameless.Names(), values).substr(3) + ']', made);
+    const std::string made = Gives(&Db::GenerateDefToolName2, "MILL", nameless.Names(), values);
+    EXPECT_EQ(Show(*values), "4|" + made);
     Variant none;
-    NameOf("MILL", none.ptr(), none.ptr());
+    Gives(&Db::GenerateDefToolName2, "MILL", none.ptr(), none.ptr());
   }
 }
 
@@ -188,19 +144,14 @@ TEST_F(PropertyTest, StoredToolsAndTheirNames) {
   OpenSeeded(
       "UPDATE TYPES_DATA SET DEF_NAME_FORMAT = 'Mill D%Diameter%';"
       "UPDATE MILL SET Name = '' WHERE ID < 3");
-  EXPECT_EQ(NameOfStored("MILL", 3), "[Mill D7]");
-  EXPECT_EQ(NameOfStored("MILL", 99), "[Mill D]") << "the literal text of the format";
-  EXPECT_EQ(NameOfStored("NONE", 1), "");
+  EXPECT_EQ(Gives(&Db::GenerateDefToolName, "MILL", 3), "Mill D7");
+  EXPECT_EQ(Gives(&Db::GenerateDefToolName, "MILL", 99), "Mill D") << "the text of the format";
+  EXPECT_EQ(Gives(&Db::GenerateDefToolName, "NONE", 1), "nothing");
   EXPECT_EQ(Tool("TAP", 2)["Material"], "Carbide") << "two tables of the query have an ID";
-  Variant names;
-  Variant values;
-  EXPECT_EQ(m_db->GetToolProps(Bstr(u"NONE").get(), 1, names.ptr(), values.ptr()), E_FAIL);
-  values = Variant::Null();
-  EXPECT_EQ(m_db->GetToolProps(Bstr(u"TAP").get(), 1, names.ptr(), values.ptr()), E_FAIL);
-  EXPECT_TRUE(names.empty());
+  EXPECT_EQ(Gives(&Db::GetToolProps, "NONE", 1), "fails");
   EXPECT_EQ(First("MILL")["Name"], "Mill D9") << "the first tool gets a name,";
   EXPECT_EQ(Next("MILL")["Name"], "") << "the others do not";
-  EXPECT_EQ(QueryRows(m_file, "SELECT Name FROM MILL WHERE ID = 1"), "");
+  EXPECT_EQ(Sql("SELECT Name FROM MILL WHERE ID = 1"), "");
 }
 
 TEST_F(PropertyTest, NamesOfTappingHeadsAreUnique) {
@@ -210,14 +161,78 @@ TEST_F(PropertyTest, NamesOfTappingHeadsAreUnique) {
       "INSERT INTO TYPES_DATA (TOOLTABLE_NAME, DEF_NAME_FORMAT) VALUES ('Q_TAPPING_HEAD', "
       "'%Kind%');INSERT INTO TAPPING_HEAD (Name) VALUES ('r'), ('R_1'), ('S_1')");
   const std::pair<const char*, const char*> cases[] = {
-      {"R", "[R_2]"}, {"S", "[S]"}, {"R_1", "[R_1_1]"}, {"It's", "[It's]"}};
+      {"R", "R_2"}, {"S", "S"}, {"R_1", "R_1_1"}, {"It's", "It's"}, {"R*", "R*"}};
   for (const auto& [kind, name] : cases) {
     Properties tool;
-    tool.Add("Kind", kind).Add("Name", "");
+    VARIANT* names = tool.Add("Kind", kind).Add("Name", "").Names();
     VARIANT* values = tool.Values();
-    EXPECT_EQ(NameOf("TAPPING_HEAD", tool.Names(), values), name);
-    EXPECT_EQ(Find(u"Name", tool.Names(), values), std::string("1: ") + kind) << "without suffix";
+    EXPECT_EQ(Gives(&Db::GenerateDefToolName2, "TAPPING_HEAD", names, values), name);
+    EXPECT_EQ(Show(*values), std::string(kind) + '|' + kind) << "without suffix";
   }
+}
+
+TEST_F(PropertyTest, TextsOfEachType) {
+  const Bstr text(u"it's Ø \"6\"");
+  const auto real = [](double value) { return std::bit_cast<LONGLONG>(value); };
+  const struct {
+    int type;
+    LONGLONG payload;
+    const char* texts;
+  } cases[] = {{VT_EMPTY, 0, "NULL/"},
+               {VT_NULL, 0, "NULL/"},
+               {VT_I2, -300, "-300/-300"},
+               {VT_I4, -7, "-7/-7"},
+               {VT_I1, -5, "-5/-5"},
+               {VT_UI1, 200, "200/200"},
+               {VT_UI2, 65535, "65535/65535"},
+               {VT_UI4, 4294967295, "-1/4294967295"},
+               {VT_R4, std::bit_cast<LONG>(0.25f), "0.250000/0.25"},
+               {VT_R8, real(-1e-7), "-0.000000/-1E-07"},
+               {VT_R8, real(1e21), "1000000000000000000000.000000/1E+21"},
+               {VT_BSTR, 0, "/"},
+               {VT_BSTR, reinterpret_cast<LONGLONG>(text.get()), "it's Ø \"6\"/it's Ø \"6\""},
+               {VT_BOOL, -1, "TRUE/Yes"},
+               {VT_BOOL, 2, "TRUE/Yes"},
+               {VT_BOOL, 0, "FALSE/No"},
+               {VT_DATE, 0, "fails/fails"},
+               {VT_CY, 0, "fails/fails"},
+               {VT_I8, 1, "fails/fails"},
+               {VT_CLSID, 0, "fails/fails"},
+               {VT_ARRAY | VT_UI1, 0, "fails/fails"}};
+  for (const auto& [type, payload, texts] : cases) {
+    VARIANT value{};
+    value.vt = static_cast<VARTYPE>(type);
+    value.llVal = payload;
+    EXPECT_EQ(Gives(&Db::VariantToSQLString, &value) + '/' + Shown(value), texts) << type;
+  }
+}
+
+TEST_F(PropertyTest, PrecisionFromNoneToEightDecimals) {
+  const struct {
+    double value;
+    LONG precision;
+    const char* text;
+  } cases[] = {{2.5, 0, "2"},
+               {3.5, 0, "4"},
+               {10.25, 1, "10.2"},
+               {10.25, 3, "10.250"},
+               {-0.5, 8, "-0.50000000"},
+               {10.25, 9, "10.25"},
+               {10.25, -1, "10.25"}};
+  for (const auto& [value, precision, text] : cases) {
+    EXPECT_EQ(Shown(Variant::FromR8(value).get(), precision), text);
+  }
+  // The eight payload bytes count as one real, whatever stands behind the four of a VT_R4.
+  Variant real = Variant::FromR8(123.456);
+  real.ptr()->vt = VT_R4;
+  EXPECT_EQ(Shown(real.get(), 3), "123.456");
+}
+
+TEST_F(PropertyTest, PatternKeepsLettersDigitsBlanksAndWildcards) {
+  EXPECT_EQ(Gives(&Db::FilterStrValueForQuery, ".,\\/|~!@#$%^&()-+='\"<>?;:"),
+            std::string(25, '?'));
+  EXPECT_EQ(Gives(&Db::FilterStrValueForQuery, "St 37-2 *[a] {b}_` Ø"), "St 37?2 *[a] {b}_` Ø");
+  EXPECT_EQ(Gives(&Db::FilterStrValueForQuery, BSTR{}), "");
 }
 
 }  // namespace

@@ -92,21 +92,20 @@ TEST_F(RegistrationTest, FailuresLeaveTheEarlierRegistration) {
 }
 
 TEST_F(RegistrationTest, PlacesFollowTheEnvironment) {
-  const char* const usual = "/usr/local/share/automation/classes.d";
-  const char* const cases[][5] = {
+  const std::string usual = "/usr/local/share/automation/classes.d";
+  const std::string cases[][5] = {
       // HOME, XDG_DATA_HOME, XDG_DATA_DIRS, own folder, shared one
       {"/h", "", "", "/h/.local/share/automation/classes.d", usual},
       {"/h", "/d/", "/a:/usr/local/share/:/b", "/d/automation/classes.d", usual},
       {"", "", "relative:/a:/b", "", "/a/automation/classes.d"},
-      {"/h", "relative", "relative", "", ""},
-  };
+      {"/h", "relative", "relative", "", ""}};
+  setenv("AUTOMATION_CLASS_PATH", "/first:/second", 1);
+  EXPECT_EQ(RegistrationFolder(), "/first");
+  unsetenv("AUTOMATION_CLASS_PATH");
   for (const auto& [home, dataHome, dataDirs, own, shared] : cases) {
-    setenv("HOME", home, 1);
-    setenv("XDG_DATA_HOME", dataHome, 1);
-    setenv("XDG_DATA_DIRS", dataDirs, 1);
-    setenv("AUTOMATION_CLASS_PATH", "/first:/second", 1);
-    EXPECT_EQ(RegistrationFolder(), "/first");
-    unsetenv("AUTOMATION_CLASS_PATH");
+    setenv("HOME", home.c_str(), 1);
+    setenv("XDG_DATA_HOME", dataHome.c_str(), 1);
+    setenv("XDG_DATA_DIRS", dataDirs.c_str(), 1);
     EXPECT_EQ(RegistrationFolder(), geteuid() == 0 ? shared : own);
   }
 }
@@ -127,11 +126,9 @@ TEST_F(RegistrationTest, LibraryGoesWithItsLastObjectAndComesAgain) {
   ASSERT_EQ(Factory()->LockServer(0), S_OK);
   for (int round = 0; round < 3; ++round) {
     ASSERT_FALSE(isLoaded());
-    m_db = NewObject();
     OpenSeeded();
     EXPECT_EQ(Walk("TAP").size(), 3u);
     m_db.reset();
-    fs::remove(m_file);
   }
 }
 

@@ -1,24 +1,22 @@
-// Opening databases, good and bad, and catalogues that load in part.
+// Opening databases, good and bad; kinds of tools; the cursor beside what its model shows.
 #include <fstream>
-#include <sqlite3.h>
-#include <unistd.h>
 
 #include "platform/framework/ExecutablePath.h"
-#include "platform/framework/Text.h"
 #include "tests/component/ComponentFixture.h"
 
 namespace orxdb::test {
 namespace {
 
 namespace fs = std::filesystem;
+using testing::ElementsAre;
+using testing::Pair;
 
 struct SessionTest : ComponentTest {
   /// Opens the file, which is no database to work with, and shows that nothing is open then.
   void ExpectNothingOpens(const fs::path& file) {
-    SCOPED_TRACE(file);
     EXPECT_EQ(SetMdbFile(*m_db, file), S_OK);
-    EXPECT_EQ(FirstStatus("TAP"), E_FAIL);
-    EXPECT_THAT(ToolTypes(), testing::IsEmpty());
+    EXPECT_EQ(Gives(&Db::GetFirstTool, "TAP"), "fails") << file;
+    EXPECT_EQ(Gives(&Db::GetToolTypes), "") << file;
   }
 };
 
@@ -26,32 +24,33 @@ TEST_F(SessionTest, UnusableFilesOpenNothingAndTheNextGoodOneDoes) {
   std::ofstream(m_folder / "empty.mdb") << "";
   std::ofstream(m_folder / "text.mdb") << std::string(5000, 'x');
   fs::create_directory(m_folder / "folder.mdb");
-  RunSql(m_folder / "cut.mdb", "CREATE TABLE A (B); INSERT INTO A VALUES (zeroblob(9000))");
+  SeedDatabase(m_file);
+  fs::copy_file(m_file, m_folder / "cut.mdb");
   fs::resize_file(m_folder / "cut.mdb", 700);
   for (const auto* name : {"missing.mdb", "empty.mdb", "text.mdb", "folder.mdb", "cut.mdb"}) {
     ExpectNothingOpens(m_folder / name);
   }
-  EXPECT_EQ(m_db->SetMdbFile(nullptr), S_OK);
-  ExpectNothingOpens({});
   EXPECT_FALSE(fs::exists(m_folder / "missing.mdb"));
-  OpenSeeded();
+  EXPECT_EQ(m_db->SetMdbFile(nullptr), S_OK);
+  EXPECT_EQ(SetMdbFile(*m_db, m_file), S_OK);
   EXPECT_EQ(Walk("TAP").size(), 3u);
 }
 
 TEST_F(SessionTest, LockedFileCanBeTriedAgainAndIsKept) {
   SeedDatabase(m_folder / "other.mdb", "DELETE FROM TAP");
   SeedDatabase(m_file);
-  sqlite3* other = nullptr;
-  ASSERT_EQ(sqlite3_open(m_file.c_str(), &other), SQLITE_OK);
-  EXPECT_EQ(sqlite3_exec(other, "BEGIN EXCLUSIVE", nullptr, nullptr, nullptr), SQLITE_OK);
-  ExpectNothingOpens(m_file);
-  EXPECT_EQ(sqlite3_close(other), SQLITE_OK);
+  {
+    OtherProgram other(m_file);
+    other.Execute("BEGIN EXCLUSIVE");
+    ExpectNothingOpens(m_file);
+  }
   fs::permissions(m_file, fs::perms::owner_read);
   std::string path = m_file.string();
   std::ranges::replace(path, '/', '\\');
   EXPECT_EQ(SetMdbFile(*m_db, path), S_OK);
+  EXPECT_EQ(First("TAP")["Name"], "M3");
   EXPECT_EQ(SetMdbFile(*m_db, m_folder / "other.mdb"), S_OK) << "which is not opened";
-  EXPECT_EQ(Walk("TAP").size(), 3u);
+  EXPECT_EQ(Next("TAP")["Name"], "M10") << "the walk goes on";
 }
 
 TEST_F(SessionTest, DefaultDatabaseIsBesideTheFolderOfTheProgram) {
@@ -59,7 +58,7 @@ TEST_F(SessionTest, DefaultDatabaseIsBesideTheFolderOfTheProgram) {
   const fs::path file = root / "CAM/TOOLS/tools.mdb";
   ASSERT_FALSE(fs::exists(file)) << "in the way of this test: " << file;
   EXPECT_EQ(m_db->OpenDefaultDataBase(), S_OK);
-  EXPECT_EQ(FirstStatus("TAP"), E_FAIL);
+  EXPECT_EQ(Gives(&Db::GetFirstTool, "TAP"), "fails");
   fs::create_directories(file.parent_path());
   SeedDatabase(file);
   EXPECT_EQ(m_db->OpenDefaultDataBase(), S_OK);
@@ -69,38 +68,98 @@ TEST_F(SessionTest, DefaultDatabaseIsBesideTheFolderOfTheProgram) {
 
 TEST_F(SessionTest, DamagedCatalogueKeepsWhatWasLoadedAndFailsOnTheRest) {
   const struct {
-    const char* damage;
-    std::size_t types, opened;  ///< strings of GetToolTypes; tables that can be walked
-  } cases[] = {{"", 9, 3},
-               {"DROP VIEW TOOL_TYPES", 0, 0},
-               {"DROP VIEW Q_STOCK_MATERIAL", 9, 3},
-               {"ALTER TABLE TYPES_DATA DROP COLUMN COMMENT", 0, 0},
-               {"DROP TABLE MILL", 9, 1},
-               {"DROP VIEW Q_TAP", 9, 2}};
-  for (const auto& each : cases) {
-    SCOPED_TRACE(each.damage);
-    m_db.reset();
-    m_db = NewObject();
-    fs::remove(m_file);
-    OpenSeeded(each.damage);
-    EXPECT_EQ(ToolTypes().size(), each.types);
-    std::size_t place = 0;
+    const char* damage = "";
+    bool types = true;
+    int opened = 0;                   ///< tables that can be walked
+    bool stock = false, late = true;  ///< materials, machining data behind T15c
+  } cases[] = {{"", true, 3, true},
+               {"DROP VIEW TOOL_TYPES", false, 0, false, false},
+               {"DROP VIEW Q_STOCK_MATERIAL", true, 3},
+               {"DROP TABLE T15c", true, 3, true, false},
+               {"ALTER TABLE TYPES_DATA DROP COLUMN COMMENT", false},
+               {"ALTER TABLE TYPES_DATA DROP COLUMN DEF_NAME_FORMAT", false},
+               {"DROP TABLE MILL", true, 1},
+               {"DROP VIEW Q_TAP", true, 2}};
+  for (const auto& [damage, types, opened, stock, late] : cases) {
+    SCOPED_TRACE(damage);
+    OpenSeeded(damage);
+    EXPECT_EQ(std::ranges::count(Gives(&Db::GetToolTypes), '|'), types ? 8 : 0);
+    int place = 0;
     for (const auto* table : {"EMPTY", "MILL", "TAP"}) {  // in the order of their opening
-      EXPECT_EQ(FirstStatus(table), place++ < each.opened ? S_OK : E_FAIL) << table;
+      EXPECT_EQ(Gives(&Db::GetFirstTool, table) == "fails", place++ >= opened) << table;
     }
+    EXPECT_EQ(Gives(&Db::GetFirstStockMaterial), stock ? "nothing/nothing" : "fails");
+    // An empty table fails, one that is not there gives nothing.
+    const char* const nothing = "nothing/nothing/nothing";
+    EXPECT_EQ(Gives(&Db::GetFactorByTable, "T5_FEED", 1.0), late ? "fails" : nothing);
+    EXPECT_EQ(Gives(&Db::GetFactorByTable, "T15b_15d_22", 1.0), types || late ? "fails" : nothing);
   }
   // The last case's entry without a recordset fails where it is used, and nowhere else.
-  const Bstr tap(u"TAP");
-  Variant value;
-  LONG count = 0;
-  EXPECT_EQ(m_db->GetNextTool(tap.get(), value.ptr()), S_OK);
-  EXPECT_EQ(m_db->GetToolTableBookmark(tap.get(), value.ptr()), S_OK);
-  EXPECT_EQ(m_db->SetToolTableBookmark(tap.get(), value.get()), S_OK);
-  EXPECT_TRUE(value.empty());
-  EXPECT_EQ(m_db->GetSelectedRecordCount(tap.get(), &count), E_FAIL);
-  EXPECT_EQ(count, -1);
-  EXPECT_EQ(SetFilter("TAP", "Diameter > 1"), S_OK);
-  EXPECT_EQ(SetFilter("TAP", "", "Diameter"), E_FAIL);
+  EXPECT_EQ(Gives(&Db::GetNextTool, "TAP"), "nothing");
+  EXPECT_EQ(Gives(&Db::GetToolTableBookmark, "TAP"), "nothing");
+  EXPECT_EQ(Gives(&Db::SetToolTableBookmark, "TAP", VARIANT{}), "");
+  EXPECT_EQ(Gives(&Db::GetSelectedRecordCount, "TAP"), "fails");
+  EXPECT_EQ(Gives(&Db::SetTabFilter, "TAP", "Diameter > 1", nullptr), "");
+  EXPECT_EQ(Gives(&Db::SetTabFilter, "TAP", "", "Diameter"), "fails");
+}
+
+TEST_F(SessionTest, ToolTypesFollowTheRowsAndStopAtTheNumberOfTables) {
+  OpenSeeded("INSERT INTO TYPES_DATA (ID, TOOLTABLE_NAME, TOOL_TYPE) VALUES (0, 'xxTAP', 'Again')");
+  EXPECT_EQ(Gives(&Db::GetToolTypes), "Again||TAP|Threading|Tap|TAP|Milling|Fräser|MILL");
+}
+
+TEST_F(SessionTest, ToolTypesOfStoredQueries) {
+  OpenSeeded(
+      "CREATE VIEW SHORT AS SELECT 'Q' AS TOOLTABLE_NAME, 'a' AS TOOL_TYPE, NULL AS TOOL_SUBTYPE "
+      "UNION ALL SELECT 'Q_MILL', 'b', 'c';"
+      "CREATE VIEW NONE AS SELECT * FROM TOOL_TYPES WHERE ID < 0;"
+      "CREATE VIEW LACKING AS SELECT TOOL_TYPE AS TOOL_TYPE FROM TYPES_DATA;"
+      "CREATE VIEW ENDLESS AS WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n) "
+      "SELECT 'Q' || i AS TOOLTABLE_NAME, 'a' AS TOOL_TYPE, 'b' AS TOOL_SUBTYPE FROM n");
+  EXPECT_EQ(Gives(&Db::GetToolTypesByStoredQuery, "SHORT"), "a|||b|c|MILL");
+  Variant types = Variant::FromI4(5);
+  EXPECT_EQ(Gives(&Db::GetToolTypesByStoredQuery, "NONE", types.ptr()), "");
+  for (const auto* name : {"LACKING", "ENDLESS", "NOWHERE", "MILL; DROP TABLE TAP", ""}) {
+    EXPECT_EQ(Gives(&Db::GetToolTypesByStoredQuery, name, types.ptr()), "fails") << name;
+  }
+  EXPECT_EQ(types.get().lVal, 5);
+}
+
+TEST_F(SessionTest, RecordsShowEveryFieldInItsType) {
+  OpenSeeded();
+  EXPECT_THAT(First("TAP"),
+              ElementsAre(Pair("Coated", "TRUE"), Pair("Diameter", "3.000000"), Pair("Flutes", "2"),
+                          Pair("ID", "1"), Pair("Material", "HSS"), Pair("Name", "M3"),
+                          Pair("Note", "für Stahl"), Pair("Pitch", "0.500000")));
+  EXPECT_EQ(Next("TAP")["Note"], "NULL");
+  EXPECT_EQ(Next("TAP")["Note"], "");
+  EXPECT_THAT(Next("TAP"), testing::IsEmpty());
+  EXPECT_THAT(Walk("EMPTY"), testing::IsEmpty());
+  EXPECT_EQ(Count("EMPTY"), 0);
+}
+
+TEST_F(SessionTest, BookmarksOfOtherTablesAndUnknownTables) {
+  OpenSeeded();
+  Variant bookmark = Variant::FromText(u"old");
+  EXPECT_EQ(Gives(&Db::GetToolTableBookmark, "NONE", bookmark.ptr()), "");
+  EXPECT_EQ(Gives(&Db::SetToolTableBookmark, "NONE", bookmark.get()), "");
+  EXPECT_EQ(Show(bookmark.get()), "old");
+  EXPECT_EQ(Gives(&Db::GetToolTableBookmark, "TAP", bookmark.ptr()), "");
+  EXPECT_EQ(Gives(&Db::SetToolTableBookmark, "MILL", bookmark.get()), "fails");
+  EXPECT_EQ(Gives(&Db::SetToolTableBookmark, "TAP", Variant::FromI4(1).get()), "fails");
+  EXPECT_EQ(Gives(&Db::GetSelectedRecordCount, "NONE"), "-1");
+}
+
+TEST_F(SessionTest, NonsenseAndHostileTextsFailAndHarmNothing) {
+  OpenSeeded();
+  for (const auto* text : {"1=1); DROP TABLE TAP; --", "NoSuch = 1", "'open"}) {
+    EXPECT_EQ(Gives(&Db::SetTabFilter, "TAP", text, nullptr), "");
+    EXPECT_EQ(Gives(&Db::GetFirstTool, "TAP"), "fails") << text;
+    EXPECT_EQ(Gives(&Db::SetTabFilter, "TAP", nullptr, text), "fails");
+    EXPECT_EQ(Gives(&Db::GetFirstTool, "TAP"), "fails") << "closed until an order is accepted";
+    EXPECT_EQ(Gives(&Db::SetTabFilter, "TAP", "Diameter > 4", "Diameter"), "");
+    EXPECT_THAT(Walk("TAP"), ElementsAre("M6", "M10"));
+  }
 }
 
 }  // namespace

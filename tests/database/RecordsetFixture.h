@@ -1,27 +1,26 @@
 #pragma once
 
-#include <filesystem>
 #include <gtest/gtest.h>
 #include <memory>
-#include <sqlite3.h>
 #include <string>
 #include <vector>
 
-#include "database/operations/DaoDatabase.h"
-#include "database/operations/DaoQueryDef.h"
-#include "database/operations/DaoRecordset.h"
+#include "database/records/DaoDatabase.h"
+#include "database/records/DaoQueryDef.h"
+#include "database/records/DaoRecordset.h"
 #include "platform/automation/Bstr.h"
 #include "platform/framework/Text.h"
+#include "tests/support/LeakBalance.h"
+#include "tests/support/OtherProgram.h"
+#include "tests/support/TemporaryFolder.h"
 
 namespace orxdb {
 
 /// A small tool database in a file of its own, with a second, plain connection that stands for
 /// another program.
-class RecordsetFixture : public ::testing::Test {
+class RecordsetFixture : public LeakBalance {
  protected:
   RecordsetFixture() {
-    std::string folder = std::filesystem::temp_directory_path() / "orxdb-test-XXXXXX";
-    m_folder = mkdtemp(folder.data());
     Execute(
         "PRAGMA journal_mode = WAL;"
         "CREATE TABLE COATING (ID INTEGER PRIMARY KEY AUTOINCREMENT, Name TEXT(20));"
@@ -35,13 +34,7 @@ class RecordsetFixture : public ::testing::Test {
         " C.ID AS CoatingKey, T.D * 2 AS Twice FROM MILL AS T LEFT JOIN COATING AS C"
         " ON C.ID = T.Coating;");
   }
-  ~RecordsetFixture() override {
-    m_database.Close();
-    m_other.reset();
-    std::filesystem::remove_all(m_folder);
-  }
-
-  std::string Path(const std::string& name = "tools.mdb") const { return m_folder + "/" + name; }
+  std::string Path(const std::string& name = "tools.mdb") const { return m_folder / name; }
   CDaoDatabase& Database() {
     if (!m_database.IsOpen()) m_database.Open(Path());
     return m_database;
@@ -59,31 +52,9 @@ class RecordsetFixture : public ::testing::Test {
     return records;
   }
 
-  /// Runs SQL as another program would.
-  void Execute(const std::string& sql) {
-    char* message = nullptr;
-    ASSERT_EQ(sqlite3_exec(Other(), sql.c_str(), nullptr, nullptr, &message), SQLITE_OK) << message;
-  }
-  /// The first value that SQL gives, as text; "null" for none.
-  std::string Ask(const std::string& sql) {
-    std::string answer = "null";
-    const auto take = [](void* place, int, char** values, char**) {
-      *static_cast<std::string*>(place) = values[0] == nullptr ? "null" : values[0];
-      return 0;
-    };
-    sqlite3_exec(Other(), sql.c_str(), take, &answer, nullptr);
-    return answer;
-  }
-  sqlite3* Other() {
-    if (!m_other) {
-      sqlite3* handle = nullptr;
-      sqlite3_open(Path().c_str(), &handle);
-      sqlite3_busy_timeout(handle, 5000);
-      sqlite3_exec(handle, "PRAGMA synchronous = OFF", nullptr, nullptr, nullptr);
-      m_other.reset(handle, sqlite3_close_v2);
-    }
-    return m_other.get();
-  }
+  /// Runs SQL as another program would, and tells what it gives.
+  void Execute(const std::string& sql) { m_other.Execute(sql); }
+  std::string Ask(const std::string& sql) { return m_other.Ask(sql); }
 
   static Variant Text(std::string_view bytes) { return Variant::FromBstr(Bstr::FromBytes(bytes)); }
   /// A value as text people read; strings in quotes, byte arrays by their length.
@@ -118,9 +89,9 @@ class RecordsetFixture : public ::testing::Test {
     return DaoError::Engine;
   }
 
-  std::string m_folder;
+  test::TemporaryFolder m_folder;
+  test::OtherProgram m_other{Path()};
   CDaoDatabase m_database;
-  std::shared_ptr<sqlite3> m_other;
 };
 
 }  // namespace orxdb

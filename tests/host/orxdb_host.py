@@ -1,59 +1,59 @@
-"""The built orxdb, its path being the last argument, on a copy of the starter database of its own
-for every test.
-"""
+"""The program that ORXDB_PROGRAM names, on a copy of the starter database of its own for every test."""
 import json
+import os
 import shutil
 import sqlite3
 import subprocess
-import sys
 import tempfile
 import unittest
 from contextlib import closing
 from pathlib import Path
 
-PROGRAM = Path(sys.argv.pop()).resolve()
+PROGRAM = Path(os.environ["ORXDB_PROGRAM"]).resolve()
 
 
 def run(*arguments, program=PROGRAM, **options):
-    done = subprocess.run([program, *map(str, arguments)], capture_output=True, check=False,
-                          timeout=60, **options)
+    done = subprocess.run([program, *map(str, arguments)], capture_output=True, check=False, **options)
     return done.returncode, done.stdout.decode(), done.stderr.decode()
 
 
 class Orxdb(unittest.TestCase):
-    def setUp(self):
-        self.folder = Path(self.enterContext(tempfile.TemporaryDirectory()))
-        shutil.copy(self.starter, self.folder / "tools.mdb")
-        self.database = self.folder / "tools.mdb"
-
     @classmethod
     def setUpClass(cls):
-        cls.home = tempfile.TemporaryDirectory()
-        cls.starter = Path(cls.home.name) / "starter.mdb"
-        code, output, error = run("create", cls.starter)
-        assert (code, output.strip(), error) == (0, str(cls.starter), ""), (code, output, error)
+        cls.starter = Path(cls.enterClassContext(tempfile.TemporaryDirectory())) / "starter.mdb"
+        assert run("create", cls.starter) == (0, f"{cls.starter}\n", "")
 
-    @classmethod
-    def tearDownClass(cls):
-        cls.home.cleanup()
+    def setUp(self):
+        self.folder = Path(self.enterContext(tempfile.TemporaryDirectory()))
+        self.database = self.folder / "tools.mdb"
+        shutil.copy(self.starter, self.database)
+
+    def db(self, *arguments, **options):
+        named = () if "--db" in arguments else ("--db", self.database)
+        return run(*named, *arguments, **options)
 
     def ok(self, *arguments):
-        code, output, error = run("--db", self.database, *arguments)
+        code, output, error = self.db(*arguments)
         self.assertEqual((code, error), (0, ""), arguments)
         return output
 
     def json(self, *arguments):
         return json.loads(self.ok(*arguments, "--json"))
 
-    def fails(self, expected_code, words, *arguments):
-        code, output, error = run(*arguments)
-        self.assertEqual((code, output), (expected_code, ""), arguments)
-        self.assertIn(words, error, arguments)
-        self.assertNotIn("Sanitizer", error)
+    def cells(self, *arguments):
+        return [list(row.values()) for row in self.json(*arguments)]
 
-    def sql(self, script):
-        with closing(sqlite3.connect(self.database)) as connection:
-            connection.executescript(script)
+    def fails(self, expected_code, words, *arguments, **options):
+        """The verb writes nothing but an error with these words."""
+        code, output, error = self.db(*arguments, **options)
+        self.assertEqual((code, output), (expected_code, ""), arguments)
+        self.assertTrue(error and words in error and "Sanitizer" not in error, (arguments, error))
+
+    def sql(self, *steps):
+        """Runs scripts, or statements with their values."""
+        with closing(sqlite3.connect(self.database)) as connection, connection:
+            for step in steps:
+                connection.executescript(step) if isinstance(step, str) else connection.execute(*step)
 
     def rows(self, query):
         with closing(sqlite3.connect(self.database)) as connection:

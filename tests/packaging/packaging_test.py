@@ -1,21 +1,20 @@
-#!/usr/bin/env python3
-"""Installs the build, uses it as hosts and people do, and packs it.
-
-usage: packaging_test.py BUILD LANGUAGE_FOLDER COMPILER FLAGS
-"""
+"""Installs the build, uses it as hosts and people do, and packs it."""
 import os
 import re
 import shlex
 import shutil
+import sqlite3
 import subprocess
 import sys
 import tempfile
 import unittest
+from contextlib import closing
 from pathlib import Path
 
-HERE = Path(__file__).resolve().parent
-BUILD = LANGUAGE = Path()
-COMPILER = FLAGS = ""
+ROOT = Path(__file__).resolve().parents[2]
+BUILD, LANGUAGE = Path(os.environ["ORXDB_BUILD"]), os.environ["ORXDB_LANGUAGE_FOLDER"]
+COMPILER, FLAGS = os.environ["ORXDB_COMPILER"], os.environ["ORXDB_FLAGS"]
+NOT_INSTALLED = {"HOME": "/nowhere", "XDG_DATA_DIRS": "/nowhere"}
 
 
 def run(*command, **variables):
@@ -29,13 +28,14 @@ def run(*command, **variables):
 class Packaging(unittest.TestCase):
     @classmethod
     def setUpClass(cls):
-        temporary = tempfile.TemporaryDirectory()
-        cls.addClassCleanup(temporary.cleanup)
-        cls.folder = Path(temporary.name)
+        cls.folder = Path(cls.enterClassContext(tempfile.TemporaryDirectory()))
         cls.prefix = cls.folder / "prefix"
+        cls.program = cls.prefix / "bin/orxdb"
+        cls.database = cls.folder / "shop.mdb"
         cls.found = {"XDG_DATA_DIRS": f"/nowhere:{cls.prefix}/share"}
-        code, _, error = run("cmake", "--install", BUILD, "--prefix", cls.prefix)
-        assert code == 0, error
+        for command in (["cmake", "--install", BUILD, "--prefix", cls.prefix], [cls.program, "create", cls.database]):
+            code, _, error = run(*command)
+            assert code == 0, error
         cls.libraries = next(cls.prefix.rglob("libORXDB.so")).parent
 
     def ok(self, *command, **variables):
@@ -43,39 +43,81 @@ class Packaging(unittest.TestCase):
         self.assertEqual(code, 0, (command, output, error))
         return output
 
-    def show_words(self, program):
-        self.assertEqual(self.ok(program, **self.found), "Yes\nNo\n")
-        german = {"LC_ALL": "de_DE.UTF-8", "LD_LIBRARY_PATH": str(LANGUAGE), **self.found}
-        self.assertEqual(self.ok(program, **german), "Ja\nNein\n")
-        self.assertNotEqual(run(program, XDG_DATA_DIRS="/nowhere")[0], 0)
+    def fails(self, expected, words, *command, **variables):
+        code, output, error = run(*command, **variables)
+        self.assertEqual((code, output), (expected, ""), (command, error))
+        self.assertIn(words, error)
 
-    def test_find_package(self):
+    def sql(self, query):
+        with closing(sqlite3.connect(self.database)) as connection:
+            return ["\t".join(map(str, row)) for row in connection.execute(query)]
+
+    def test_run_paths_never_name_the_current_folder(self):
+        for folder in (BUILD, self.prefix):
+            loaded = [path for path in folder.rglob("*") if ".so" in path.name or not path.suffix]
+            paths = re.findall(r"\(R(?:UN)?PATH\).*\[(.*)\]", run("readelf", "-d", *loaded)[1])
+            self.assertGreater(len(paths), 3, folder)
+            self.assertEqual([path for path in paths if not all(
+                entry.startswith("$ORIGIN") for entry in path.split(":"))], [], folder)
+
+    def lists_taps(self, host):
+        taps = self.sql("SELECT Name, 6 FROM Q_TAP WHERE Diameter = 6")
+        self.assertEqual(self.ok(host, self.database, "TAP", "Diameter = 6", **self.found).splitlines(), taps)
+        self.fails(1, "cannot list TAP", host, self.database, "TAP", "Nonsense <", **self.found)
+        self.fails(1, "no table NO_SUCH", host, self.database, "NO_SUCH", "", **self.found)
+        self.fails(1, "not installed", host, self.database, "TAP", **NOT_INSTALLED)
+
+    def test_hosts_built_by_find_package(self):
         build = self.folder / "consumer"
-        self.ok("cmake", "-G", "Ninja", "-S", HERE / "consumer", "-B", build, f"-DCMAKE_PREFIX_PATH={self.prefix}",
-                f"-DCMAKE_CXX_COMPILER={COMPILER}", f"-DCMAKE_CXX_FLAGS={FLAGS}")
+        self.ok("cmake", "-G", "Ninja", "-S", ROOT / "tests/packaging/consumer", "-B", build,
+                f"-DCMAKE_PREFIX_PATH={self.prefix}", f"-DCMAKE_CXX_COMPILER={COMPILER}", f"-DCMAKE_CXX_FLAGS={FLAGS}")
         self.ok("cmake", "--build", build)
-        self.show_words(build / "consumer")
+        self.lists_taps(build / "EarlyBinding")
+        late = build / "LateBinding"
+        kinds = self.sql("SELECT TOOL_TYPE, TOOL_SUBTYPE, substr(TOOLTABLE_NAME, 3) FROM TOOL_TYPES")
+        counted = [f"{kind}\t{self.sql('SELECT count(*) FROM Q_' + kind.split()[-1])[0]}" for kind in kinds]
+        self.assertEqual(self.ok(late, self.database, **self.found).splitlines(), counted)
+        self.fails(1, "", late, self.folder / "missing.mdb", **self.found)
+        self.fails(1, "not installed", late, self.database, **NOT_INSTALLED)
 
     @unittest.skipUnless(shutil.which("pkg-config"), "there is no pkg-config")
-    def test_pkg_config(self):
+    def test_host_built_by_pkg_config(self):
         flags = self.ok("pkg-config", "--cflags", "--libs", "orxdb", PKG_CONFIG_PATH=f"{self.libraries}/pkgconfig")
         program = self.folder / "plain"
-        self.ok(COMPILER, *shlex.split(FLAGS), HERE / "consumer/consumer.cpp", *shlex.split(flags),
+        self.ok(COMPILER, *shlex.split(FLAGS), ROOT / "examples/EarlyBinding.cpp", *shlex.split(flags),
                 f"-Wl,-rpath,{self.libraries}", "-o", program)
-        self.show_words(program)
+        self.lists_taps(program)
+
+    def test_host_in_another_language(self):
+        sanitizer = {}  # a program without it must load it before the libraries that have it
+        if FLAGS:
+            library = self.ok(COMPILER, "-print-file-name=libasan.so").strip()
+            sanitizer = {"LD_PRELOAD": os.path.realpath(library), "ASAN_OPTIONS": "detect_leaks=0"}
+        script = (sys.executable, ROOT / "examples/host.py", self.database, self.libraries / "libautomation.so")
+        self.assertEqual(self.ok(*script, **self.found, **sanitizer).splitlines(),
+                         self.sql("SELECT TOOL_TYPE, TOOL_SUBTYPE, substr(TOOLTABLE_NAME, 3) FROM TOOL_TYPES"))
+        self.fails(1, "cannot create", *script, **NOT_INSTALLED, **sanitizer)
 
     def test_program_finds_the_component_where_it_is_installed_and_by_name(self):
-        database = self.folder / "tools.mdb"
         apart = self.folder / "apart/bin/orxdb"
         apart.parent.mkdir(parents=True)
-        shutil.copy(self.prefix / "bin/orxdb", apart)
-        self.ok(self.prefix / "bin/orxdb", "create", database)
-        types = ("--db", database, "types")
+        shutil.copy(self.program, apart)
+        types = (apart, "--db", self.database, "types")
         libraries = {"LD_LIBRARY_PATH": str(self.libraries)}
-        self.assertEqual(self.ok(self.prefix / "bin/orxdb", *types, **self.found),
-                         self.ok(apart, *types, **libraries, **self.found))
-        code, _, error = run(apart, *types, HOME="/nowhere", **libraries)
-        self.assertEqual((code, "is not registered" in error), (1, True), error)
+        self.assertIn("Threading", self.ok(*types, **libraries, **self.found))
+        self.fails(1, "is not registered", *types, **libraries, **NOT_INSTALLED)
+
+    def test_default_database_is_beside_the_program(self):
+        default = self.prefix / "CAM/TOOLS/tools.mdb"
+        self.fails(1, str(default), self.program, "types")
+        self.assertEqual(self.ok(self.program, "create"), f"{default}\n")
+        self.ok(self.program, "types")
+
+    def test_people_read_their_language(self):
+        name, = self.sql("SELECT Name FROM TAPPING_HEAD WHERE ID = 1")
+        add = (self.program, "--db", self.database, "add", "TAPPING_HEAD", f"Name={name}")
+        self.fails(1, "You should use unique", *add)
+        self.fails(1, "Gewindeschneidkopf", *add, LC_ALL="de_DE.UTF-8", LD_LIBRARY_PATH=LANGUAGE)
 
     def test_registering_program(self):
         program = self.prefix / "bin/orxregsvr"
@@ -96,9 +138,7 @@ class Packaging(unittest.TestCase):
                 ([self.libraries / "libautomation.so"], here, 1, "does not register classes"),
                 ([library], {"AUTOMATION_CLASS_PATH": ""}, 1, "names no class folder"),
                 ([library], {"AUTOMATION_CLASS_PATH": f"{library}/x"}, 1, "cannot be used")):
-            code, output, error = run(program, *arguments, **variables)
-            self.assertEqual((code, output), (expected, ""), arguments)
-            self.assertIn(words, error)
+            self.fails(expected, words, program, *arguments, **variables)
         self.assertIn("orxregsvr lib/libORXDB.so", self.ok(program, "--help"))
 
     @unittest.skipUnless(shutil.which("dpkg-deb"), "there is no dpkg-deb")
@@ -112,8 +152,10 @@ class Packaging(unittest.TestCase):
         self.assertTrue((self.folder / "root" / library[1:]).is_file())
         self.assertFalse(list((self.folder / "root").rglob("*LangExt*")))
 
-
-if __name__ == "__main__":
-    BUILD, LANGUAGE = Path(sys.argv[1]), Path(sys.argv[2])
-    COMPILER, FLAGS = sys.argv[3:5]
-    unittest.main(argv=sys.argv[:1])
+    def test_readme_quotes_the_examples(self):
+        plain = lambda text: "\n".join(line.strip() for line in ["", *text.splitlines(), ""])
+        sources = [plain(path.read_text()) for path in (ROOT / "examples").glob("*.cpp")]
+        quotes = re.findall(r"```cpp\n(.*?)```", (ROOT / "README.md").read_text(), re.DOTALL)
+        self.assertGreaterEqual(len(quotes), 2)
+        for quote in map(plain, quotes):
+            self.assertTrue(any(quote in source for source in sources), quote)

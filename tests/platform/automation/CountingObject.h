@@ -1,18 +1,25 @@
-// An object on the stack that counts its references and answers its default property.
+// An object that counts its references, outside the heap, and may have a number.
 #pragma once
 
 #include "platform/automation/Unknown.h"
-#include "platform/automation/Variants.h"
+#include "platform/automation/Variant.h"
 
-class CountingObject final : public IDispatch {
- public:
-  /// With null, every late-bound call fails.
-  explicit CountingObject(const VARIANT* defaultProperty = nullptr) : m_default(defaultProperty) {}
+namespace orxdb::test {
 
-  ULONG references() const { return m_references; }
+struct CountingObject final : public IDispatch {
+  /// The number is its default property. Without one it takes no late-bound calls.
+  explicit CountingObject(LONG number = 0) : m_number(number) {}
+
+  /// The object in a variant, which holds a reference.
+  Variant Value(VARTYPE type) {
+    VARIANT value{};
+    value.vt = type;
+    value.pdispVal = this;
+    return Variant::CopyOf(value);
+  }
 
   HRESULT STDMETHODCALLTYPE QueryInterface(REFIID riid, void** ppvObject) override {
-    const bool known = riid == IID_IUnknown || (riid == IID_IDispatch && m_default);
+    const bool known = riid == IID_IUnknown || (riid == IID_IDispatch && m_number);
     *ppvObject = known ? this : nullptr;
     if (known) AddRef();
     return known ? S_OK : E_NOINTERFACE;
@@ -26,13 +33,13 @@ class CountingObject final : public IDispatch {
   }
   HRESULT STDMETHODCALLTYPE Invoke(DISPID dispIdMember, REFIID, LCID, WORD wFlags, DISPPARAMS*,
                                    VARIANT* pVarResult, EXCEPINFO*, UINT*) override {
-    if (!m_default || dispIdMember != DISPID_VALUE || wFlags != DISPATCH_PROPERTYGET) {
-      return DISP_E_MEMBERNOTFOUND;
-    }
-    return VariantCopy(pVarResult, m_default);
+    if (dispIdMember != DISPID_VALUE || wFlags != DISPATCH_PROPERTYGET) return E_UNEXPECTED;
+    *pVarResult = Variant::FromI4(m_number).detach();
+    return S_OK;
   }
 
- private:
-  const VARIANT* m_default;
+  const LONG m_number;
   ULONG m_references = 1;
 };
+
+}  // namespace orxdb::test

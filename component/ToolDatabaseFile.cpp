@@ -1,0 +1,53 @@
+#include "component/ToolDatabaseFile.h"
+
+#include <filesystem>
+
+#include "component/MethodFrame.h"
+#include "database/StarterDatabase.h"
+#include "database/engine/DatabaseFile.h"
+#include "platform/framework/ExecutablePath.h"
+
+namespace orxdb {
+namespace {
+
+std::filesystem::path PathOf(BSTR file) {
+  return NativePath(NarrowBstr(file));
+}
+
+/// Runs the work when its arguments are there; a failure gives its reason.
+template <typename Work>
+HRESULT RunWithReason(bool arguments, BSTR* reason, Work&& work) {
+  if (!reason || !arguments) return E_INVALIDARG;
+  *reason = nullptr;
+  return RunGuarded<Guard::Framework>([&] {
+    try {
+      work();
+      return S_OK;
+    } catch (const CException& exception) {
+      *reason = WidenToBstr(exception.Message()).detach();
+      return E_FAIL;
+    }
+  });
+}
+
+}  // namespace
+
+HRESULT ToolDatabaseFile::CreateStarter(BSTR bstrNewFile, BSTR* pReason) {
+  return RunWithReason(bstrNewFile, pReason, [&] { CreateStarterDatabase(PathOf(bstrNewFile)); });
+}
+
+HRESULT ToolDatabaseFile::Copy(BSTR bstrFile, BSTR bstrNewFile, BSTR* pReason) {
+  return RunWithReason(bstrFile && bstrNewFile, pReason,
+                       [&] { CopyDatabase(PathOf(bstrFile), PathOf(bstrNewFile)); });
+}
+
+HRESULT ToolDatabaseFile::RemoveRemains(BSTR bstrFile, BSTR* pReason) {
+  return RunWithReason(bstrFile, pReason, [&] { RemoveDatabaseRemains(PathOf(bstrFile)); });
+}
+
+HRESULT ToolDatabaseFile::GetState(BSTR bstrFile, DatabaseFileState* pState) {
+  if (!bstrFile || !pState) return E_INVALIDARG;
+  return RunGuarded<Guard::Framework>([&] { *pState = StateOfFile(PathOf(bstrFile)); });
+}
+
+}  // namespace orxdb

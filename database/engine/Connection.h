@@ -1,0 +1,78 @@
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <string>
+
+#include "database/engine/ChangeListener.h"
+#include "database/engine/CommitWatch.h"
+#include "database/engine/Schema.h"
+#include "database/engine/StatementCache.h"
+#include "database/engine/TextGuard.h"
+
+namespace orxdb {
+
+/// Tells whether anything in the database may have changed between two looks.
+struct ChangeStamp {
+  std::int64_t own = -1;     ///< rows written by this connection
+  std::int64_t others = -1;  ///< commits of every other connection, of this process or another
+
+  bool operator==(const ChangeStamp&) const = default;
+};
+
+/// One open database file.
+class Connection {
+ public:
+  static std::shared_ptr<Connection> Open(const std::string& path, bool exclusive, bool readOnly);
+  ~Connection();
+  Connection(const Connection&) = delete;
+  Connection& operator=(const Connection&) = delete;
+
+  /// Closes the file and finalises every statement; later operations raise.
+  void Close() noexcept;
+  bool IsOpen() const noexcept { return m_handle != nullptr; }
+  /// Raises when the file is closed.
+  sqlite3* Handle() const;
+
+  /// A statement from the cache, ready to bind; it must not be used again before the use ends.
+  StatementUse Use(const std::string& sql, Origin origin = Origin::Own);
+  /// A statement of the layer's own that is not worth keeping.
+  Statement Prepare(const std::string& sql) { return {Handle(), m_guard, sql, Origin::Own}; }
+  HostText PrepareText(const std::string& sql) { return {Handle(), m_guard, sql}; }
+  void Execute(const std::string& sql) { Prepare(sql).Run(); }
+
+  Schema& GetSchema() noexcept { return m_schema; }
+  ChangeStamp Stamp();
+  /// Told by `RecordEdit` before each change.
+  ChangeListeners& Listeners() noexcept { return m_listeners; }
+  /// Commits to a write-ahead log no longer wait for the disk, until `RestoreCommits`. Where that
+  /// cannot restore them for want of memory, the next use does, or raises.
+  void RelaxCommits() noexcept;
+  void RestoreCommits() noexcept;
+
+  /// A name for a temporary table, never given twice.
+  std::string TemporaryName() { return "orx_copy_" + std::to_string(++m_temporaryTables); }
+
+ private:
+  Connection() : m_schema(*this) {}
+  void Configure(bool exclusive);
+  void WatchCommits();
+  bool SetSynchronous(const char* pragma) noexcept;
+  static int OnBusy(void* self, int earlier) noexcept;
+
+  sqlite3* m_handle = nullptr;
+  TextGuard m_guard;
+  StatementCache m_statements;
+  Schema m_schema;
+  CommitWatch m_commits;
+  ChangeListeners m_listeners;
+  bool m_writeAheadLog = false;
+  bool m_restoreDue = false;  ///< commits are relaxed longer than they should be
+  int m_temporaryTables = 0;
+  std::int64_t m_waitStart = 0;  ///< steady clock, nanoseconds
+};
+
+/// Closes every open connection of the process.
+void CloseAllConnections() noexcept;
+
+}  // namespace orxdb

@@ -1,0 +1,74 @@
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <unordered_map>
+#include <vector>
+
+namespace orxdb {
+
+class Connection;
+class QuerySource;
+
+/// A column of a base table.
+struct TableColumn {
+  std::string name;
+  std::string declaredType;
+  std::string defaultText;  ///< SQL expression; empty when there is none
+  bool required = false;
+  bool generated = false;  ///< computed by the database; it cannot be written
+};
+
+/// A base table.
+struct TableInfo {
+  std::string name;
+  std::vector<TableColumn> columns;
+  std::string key;             ///< the integer primary key; empty when there is none
+  bool autoIncrement = false;  ///< keys are never used twice
+  bool hasTriggers = false;    ///< a change here may change other tables
+
+  const TableColumn* Find(std::string_view column) const noexcept;
+};
+
+/// What a stored query was made of.
+struct StoredText {
+  std::string select;         ///< in the engine's SQL
+  bool namesColumns = false;  ///< beside the SELECT
+};
+
+/// The tables and stored queries of a database, as they are now: every call sees what other
+/// processes made of them.
+class Schema {
+ public:
+  explicit Schema(Connection& connection) : m_connection(connection) {}
+
+  /// Reads the names of tables and stored queries again when they may have changed.
+  void Follow();
+  /// Nothing when there is no stored query of that name.
+  std::optional<StoredText> Definition(std::string_view name);
+  /// The stored query of that name, as a SELECT to open; nothing when there is none. A view with
+  /// its own column list is given as a SELECT of all its columns.
+  std::optional<std::string> StoredQuery(std::string_view name);
+  /// Whether the database has a table or a stored query of that name.
+  bool HasSource(std::string_view name);
+  /// Raises `NotFound` when there is no such table.
+  const TableInfo& Table(std::string_view name);
+
+  /// The description of a query that was kept under that key and still holds; null without one.
+  std::shared_ptr<const QuerySource> Description(const std::string& key);
+  void Keep(const std::string& key, std::shared_ptr<const QuerySource> description);
+
+  void Clear() noexcept;
+
+ private:
+  Connection& m_connection;
+  std::int64_t m_version = -1;
+  std::unordered_map<std::string, std::string> m_views;  ///< folded name to CREATE text
+  std::unordered_map<std::string, TableInfo> m_tables;   ///< folded name
+  std::unordered_map<std::string, std::shared_ptr<const QuerySource>> m_descriptions;
+};
+
+}  // namespace orxdb

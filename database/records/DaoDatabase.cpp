@@ -1,0 +1,40 @@
+#include "database/records/DaoDatabase.h"
+
+#include "database/engine/Connection.h"
+#include "platform/framework/DaoException.h"
+#include "platform/framework/ExecutablePath.h"
+
+CDaoDatabase::~CDaoDatabase() {
+  Close();
+}
+
+void CDaoDatabase::Open(const std::string& path, bool exclusive, bool readOnly,
+                        const std::string& connect) {
+  if (IsOpen()) throw CDaoException(DaoError::Engine, "The database is open already");
+  if (!connect.empty()) throw CDaoException(DaoError::Engine, "There is nothing to connect to");
+  if (path.empty()) throw CDaoException(DaoError::NotFound, "The path is empty");
+  m_connection = orxdb::Connection::Open(orxdb::NativePath(path), exclusive, readOnly);
+}
+
+bool CDaoDatabase::IsOpen() const noexcept {
+  return m_connection && m_connection->IsOpen();
+}
+
+bool CDaoDatabase::CanTransact() const {
+  GetConnection();
+  return true;
+}
+
+void CDaoDatabase::Close() noexcept {
+  if (m_connection) m_connection->Close();
+  m_connection.reset();
+}
+
+const std::shared_ptr<orxdb::Connection>& CDaoDatabase::GetConnection() const {
+  if (!IsOpen()) throw CDaoException(DaoError::Closed, "The database is closed");
+  return m_connection;
+}
+
+void AfxDaoTerm() noexcept {
+  orxdb::CloseAllConnections();
+}

@@ -1,0 +1,105 @@
+#include "host/library/DatabaseFile.h"
+
+#include "host/library/Component.h"
+#include "host/library/HostError.h"
+#include "host/library/NewFile.h"
+#include "interface/IToolDatabaseFile.h"
+#include "platform/automation/Bstr.h"
+#include "platform/framework/ExecutablePath.h"
+#include "platform/framework/Text.h"
+
+namespace orxdb {
+namespace {
+
+Bstr PathText(const std::filesystem::path& path) {
+  return WidenToBstr(path.string());
+}
+
+ComPtr<IToolDatabaseFile> Files() {
+  ComPtr<IToolDatabaseFile> files;
+  const HRESULT status = ComponentClass()->QueryInterface(IToolDatabaseFile::iid, files.putVoid());
+  if (FAILED(status)) {
+    throw HostError("The component ORXDB.OrxDbObj is of an older version than this program (" +
+                    Hexadecimal(status) + ").");
+  }
+  return files;
+}
+
+/// What went wrong with a file, with the reason that the component gives.
+HostError Failed(const std::filesystem::path& file, const char* what, const Bstr& reason) {
+  const std::string why = NarrowBstr(reason.get());
+  return HostError(file.string() + ' ' + what + (why.empty() ? "." : ": " + why + '.'));
+}
+
+std::string WhyUnusable(DatabaseFileState state, const std::string& name) {
+  switch (state) {
+    case DatabaseFileState::Absent:
+      return "There is no tool database " + name + ". `orxdb create " + name + "` makes one.";
+    case DatabaseFileState::Folder:
+      return name + " is a folder, not a tool database.";
+    case DatabaseFileState::Unreadable:
+      return name + " cannot be read; it may not be allowed.";
+    case DatabaseFileState::Empty:
+      return name + " is empty, not a tool database.";
+    case DatabaseFileState::NotDatabase:
+      return name + " is not a database.";
+    case DatabaseFileState::InUse:
+      return name + " is in use by another program; try again later.";
+    case DatabaseFileState::Database:
+      break;
+  }
+  return name + " is a database without a readable catalogue of tools (the query TOOL_TYPES).";
+}
+
+DatabaseFileState StateOf(IToolDatabaseFile& files, const std::filesystem::path& file) {
+  DatabaseFileState state{};
+  if (FAILED(files.GetState(PathText(file).get(), &state))) {
+    throw HostError(file.string() + " cannot be looked at.");
+  }
+  return state;
+}
+
+}  // namespace
+
+std::filesystem::path DefaultDatabase() {
+  return ProgramFolder().parent_path() / "CAM" / "TOOLS" / "tools.mdb";
+}
+
+std::filesystem::path DatabaseNamed(const std::string& name) {
+  return name.empty() ? DefaultDatabase() : std::filesystem::path(NativePath(name));
+}
+
+void CreateStarterDatabase(const std::filesystem::path& file, bool replace) {
+  const ComPtr<IToolDatabaseFile> files = Files();
+  Bstr reason;
+  const auto build = [&](const std::filesystem::path& building) {
+    if (file.has_parent_path()) std::filesystem::create_directories(file.parent_path());
+    if (FAILED(files->CreateStarter(PathText(building).get(), reason.put()))) {
+      throw Failed(file, "cannot be created", reason);
+    }
+  };
+  // The log of a replaced database must never be taken for one of the new file.
+  const auto removeLogs = [&] {
+    if (FAILED(files->RemoveRemains(PathText(file).get(), reason.put()))) {
+      throw Failed(file, "cannot be replaced", reason);
+    }
+  };
+  WriteNewFile(file, replace, ", with all its tools", build, removeLogs);
+}
+
+void CopyDatabase(const std::filesystem::path& source, const std::filesystem::path& target) {
+  const ComPtr<IToolDatabaseFile> files = Files();
+  Bstr reason;
+  if (SUCCEEDED(files->Copy(PathText(source).get(), PathText(target).get(), reason.put()))) return;
+  const DatabaseFileState state = StateOf(*files, source);
+  if (state != DatabaseFileState::Database && state != DatabaseFileState::InUse) {
+    throw HostError(WhyUnusable(state, source.string()));
+  }
+  throw Failed(source, "cannot be copied", reason);
+}
+
+std::string WhyUnusable(const std::filesystem::path& file) {
+  return WhyUnusable(StateOf(*Files(), file), file.string());
+}
+
+}  // namespace orxdb

@@ -1,0 +1,25 @@
+// The database file seen from outside: where it is by default, making and copying it, and why it
+// may be of no use.
+#pragma once
+
+#include <filesystem>
+#include <string>
+
+namespace orxdb {
+
+/// The file that hosts open when they name none: CAM/TOOLS/tools.mdb beside the program's folder.
+std::filesystem::path DefaultDatabase();
+/// The file of a name, with either path separator; the default one for an empty name.
+std::filesystem::path DatabaseNamed(const std::string& name);
+
+/// Creates the database `file` to start from, its folders too, or nothing at all. Throws HostError,
+/// also when there is a file already, unless it may be replaced.
+void CreateStarterDatabase(const std::filesystem::path& file, bool replace);
+
+/// Copies a database as it is at one moment, whoever uses it meanwhile. Throws HostError.
+void CopyDatabase(const std::filesystem::path& source, const std::filesystem::path& target);
+
+/// A sentence on why the component found no tools in the file.
+std::string WhyUnusable(const std::filesystem::path& file);
+
+}  // namespace orxdb

@@ -1,0 +1,56 @@
+// Rows of cells as text, for people or for programs.
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <span>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "host/library/Cell.h"
+
+namespace orxdb {
+
+enum class Format {
+  Table,  ///< aligned columns for people
+  Json,   ///< an array of one object per row
+  Csv,    ///< RFC 4180: CR LF, text with a separator, quote or line end in double quotes
+  Tsv,    ///< one line per row; tab, line ends and backslash as \t \n \r \\.
+};
+
+/// Takes the text as it comes.
+using Sink = std::function<void(std::string_view text)>;
+
+/// Writes a header, then rows of as many cells, then what ends the output.
+class RowWriter {
+ public:
+  explicit RowWriter(Sink sink) : m_sink(std::move(sink)) {}
+  RowWriter(const RowWriter&) = delete;
+  RowWriter& operator=(const RowWriter&) = delete;
+  virtual ~RowWriter() = default;
+  virtual void Header(const std::vector<std::string>& columns) = 0;
+  virtual void Row(std::vector<Cell> cells) = 0;
+  /// Must be the last call.
+  virtual void End() {}
+
+ protected:
+  void Put(std::string_view text) { m_sink(text); }
+
+ private:
+  Sink m_sink;
+};
+
+std::unique_ptr<RowWriter> MakeRowWriter(Format format, Sink sink);
+
+/// For rows whose last cell is all that people want to see: one a line without a header for them.
+std::unique_ptr<RowWriter> MakeBareWriter(Format format, Sink sink);
+
+/// For one row: a property a line for people, one object as JSON, a header and a row otherwise.
+std::unique_ptr<RowWriter> MakeRecordWriter(Format format, Sink sink);
+
+/// Number of places that text takes on a terminal: none for combining characters, two for wide
+/// ones.
+std::size_t DisplayWidth(std::string_view text);
+
+}  // namespace orxdb

@@ -1,0 +1,37 @@
+#pragma once
+
+#include <chrono>
+#include <cstdio>
+#include <string_view>
+#include <unistd.h>
+
+namespace orxdb {
+
+/// A count on standard error that grows in place, and is wiped out at its end. Only on a terminal,
+/// and only for work that takes longer than a second. Serves as Progress.
+class ProgressBar {
+ public:
+  ProgressBar() = default;
+  ProgressBar(const ProgressBar&) = delete;
+  ProgressBar& operator=(const ProgressBar&) = delete;
+  ~ProgressBar() {
+    if (m_shown) std::fputs("\r\x1b[K", stderr);
+  }
+
+  void operator()(std::string_view what, long long done, long long total) {
+    const auto now = std::chrono::steady_clock::now();
+    if (!m_terminal || now < m_next) return;
+    m_next = now + std::chrono::milliseconds(200);
+    m_shown = true;
+    std::fprintf(stderr, "\r\x1b[K%.*s: %lld", static_cast<int>(what.size()), what.data(), done);
+    if (total > 0) std::fprintf(stderr, " of %lld", total);
+  }
+
+ private:
+  bool m_terminal = isatty(STDERR_FILENO) != 0;
+  bool m_shown = false;
+  std::chrono::steady_clock::time_point m_next =
+      std::chrono::steady_clock::now() + std::chrono::seconds(1);
+};
+
+}  // namespace orxdb
