@@ -46,20 +46,21 @@ TEST_F(LookupTest, RangesAndNeighboursOfRandomRows) {
     for (int half = -2; half < 104; ++half) {
       const double value = half / 2.0;
       SCOPED_TRACE(value);
-      const auto first = [&](double v, const std::string& shown, const std::string& order) {
-        return other.Ask("WITH n(v) AS (SELECT " + std::to_string(v) +
-                         ") SELECT coalesce((SELECT printf(" + shown + ") FROM RANGES, n " + order +
-                         " LIMIT 1), 'nothing')");
+      // In halves: the text of a real would follow the locale.
+      const auto first = [&](int halves, const std::string& shown, const std::string& order) {
+        return other.Ask("WITH n(v) AS (SELECT " + std::to_string(halves) +
+                         " / 2.0) SELECT coalesce((SELECT printf(" + shown + ") FROM RANGES, n " +
+                         order + " LIMIT 1), 'nothing')");
       };
       const std::string nearest =
           " ORDER BY (MinHB > v) + 2 * (MaxHB < v), iif(MaxHB < v, -ID, ID)";
       EXPECT_EQ(Row(&Db::GetChosenDrillFeed, value),
-                first(value, "'%d|%g|%g', ID, MinHB, MaxHB", nearest));
+                first(half, "'%d|%g|%g', ID, MinHB, MaxHB", nearest));
       EXPECT_EQ(Row(&Db::GetRowByMaterialHardness, "DRILLING_FS", "steel", value),
-                first(std::floor(value), "'%d|%s|%g|%g', ID, Material, MinHB, MaxHB",
+                first(half - (half & 1), "'%d|%s|%g|%g', ID, Material, MinHB, MaxHB",
                       "WHERE Material = 'Steel'" + nearest));
       const auto neighbour = [&](const std::string& side) {
-        return first(value, "'%d|%g', ID, MinHB",
+        return first(half, "'%d|%g', ID, MinHB",
                      "ORDER BY MinHB <> v, " + side + ", iif(MinHB < v, -ID, ID)");
       };
       EXPECT_EQ(Row(&Db::GetFactorByTable, "T15c", value),
