@@ -23,19 +23,26 @@ const TableColumn* TableInfo::Find(std::string_view column) const noexcept {
 
 void Schema::Clear() noexcept {
   m_version = -1;
+  m_stamp = {};
   m_views.clear();
   m_tables.clear();
   m_descriptions.clear();
 }
 
 void Schema::Follow() {
+  // The look comes before the reading: what is committed between them is met by the next look.
+  const ChangeStamp stamp = m_connection.Stamp();
+  if (stamp == m_stamp) return;
   std::int64_t version = 0;
   {
     const StatementUse schema = m_connection.Use("PRAGMA schema_version");
     schema->Step();
     version = schema->Integer(0);
   }
-  if (version == m_version) return;
+  if (version == m_version) {
+    m_stamp = stamp;
+    return;
+  }
   Clear();
   const StatementUse rows = m_connection.Use(
       "SELECT type, tbl_name, sql FROM main.sqlite_schema"
@@ -52,6 +59,7 @@ void Schema::Follow() {
     }
   }
   m_version = version;
+  m_stamp = stamp;
 }
 
 std::optional<StoredText> Schema::Definition(std::string_view name) {

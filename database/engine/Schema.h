@@ -13,6 +13,14 @@ namespace orxdb {
 class Connection;
 class QuerySource;
 
+/// Tells whether anything in the database may have changed between two looks.
+struct ChangeStamp {
+  std::int64_t own = -1;     ///< rows written by this connection
+  std::int64_t others = -1;  ///< commits of every other connection, of this process or another
+
+  bool operator==(const ChangeStamp&) const = default;
+};
+
 /// A column of a base table.
 struct TableColumn {
   std::string name;
@@ -65,7 +73,8 @@ class Schema {
 
  private:
   Connection& m_connection;
-  std::int64_t m_version = -1;
+  std::int64_t m_version = -1;  ///< as the engine counts changes of the schema
+  ChangeStamp m_stamp;          ///< nothing has been committed since the version was read
   std::unordered_map<std::string, std::string> m_views;  ///< folded name to CREATE text
   std::unordered_map<std::string, TableInfo> m_tables;   ///< folded name
   std::unordered_map<std::string, std::shared_ptr<const QuerySource>> m_descriptions;
