@@ -38,9 +38,9 @@ bool RowsAreRecords(Schema& schema, const SelectText& select, const TextUses& us
   selective = select.selective;
   if (select.distinctRows || uses.overRows) return false;
   for (const std::string& view : uses.views) {
-    const auto text = schema.Definition(view);
-    if (!text) continue;
-    const SelectText inner = AnalyseStoredSelect(text->select);
+    const StoredText* text = schema.Definition(view);
+    if (text == nullptr) continue;
+    const SelectText& inner = text->parts;
     if (inner.distinctRows) return false;
     selective = selective || inner.selective || !inner.order.empty();
   }
@@ -109,9 +109,14 @@ int QuerySource::Find(std::string_view fieldName) const noexcept {
 }
 
 SelectText SelectOfStoredQuery(Connection& connection, const std::string& name) {
-  const auto text = connection.GetSchema().StoredQuery(name);
-  if (!text) throw CDaoException(DaoError::NotFound, "There is no stored query " + name);
-  SelectText select = AnalyseStoredSelect(*text);
+  const StoredText* text = connection.GetSchema().Definition(name);
+  if (text == nullptr) throw CDaoException(DaoError::NotFound, "There is no stored query " + name);
+  SelectText select;
+  if (text->namesColumns) {  // they count, not those of the SELECT
+    select.source = name;
+  } else {
+    select = text->parts;
+  }
   // The stored text is only needed where it has an ordering, to put the key behind it.
   if (select.order.empty()) {
     select.body.text = "SELECT * FROM " + Quoted(name);
@@ -124,7 +129,7 @@ SelectText SelectOfText(Connection& connection, const std::string& sql) {
   ConnectionColumns columns(connection);
   SelectText select = TranslateSelect(sql, columns);
   if (select.wholeSource && select.order.empty() &&
-      connection.GetSchema().StoredQuery(select.source)) {
+      connection.GetSchema().Definition(select.source) != nullptr) {
     std::string source = std::move(select.source);
     select = SelectOfStoredQuery(connection, source);
     select.source = std::move(source);

@@ -51,7 +51,7 @@ void Schema::Follow() {
     const std::string type = rows->Text(0);
     const std::string name = rows->Text(1);
     if (type == "view") {
-      m_views.emplace(FoldedName(name), rows->Text(2));
+      m_views[FoldedName(name)].definition = rows->Text(2);
     } else if (type == "table") {
       m_tables[FoldedName(name)].name = name;
     } else if (const auto table = m_tables.find(FoldedName(name)); table != m_tables.end()) {
@@ -62,24 +62,25 @@ void Schema::Follow() {
   m_stamp = stamp;
 }
 
-std::optional<StoredText> Schema::Definition(std::string_view name) {
+const StoredText* Schema::Definition(std::string_view name) {
   Follow();
   const auto found = m_views.find(FoldedName(name));
-  if (found == m_views.end()) return std::nullopt;
+  if (found == m_views.end()) return nullptr;
+  View& view = found->second;
+  if (view.text) return &*view.text;
   StoredText text;
-  for (const Token& token : Tokenize(found->second, LexicalRules::Sqlite)) {
+  Lexer lexer(view.definition, LexicalRules::Sqlite);
+  Token token = lexer.Next();
+  while (!token.IsWord("AS")) {
+    if (token.kind == Token::Kind::End) {
+      throw CDaoException(DaoError::Engine, "The stored query cannot be read");
+    }
     text.namesColumns = text.namesColumns || token.IsSymbol("(");
-    if (!token.IsWord("AS")) continue;
-    text.select = found->second.substr(token.begin + 2);
-    return text;
+    token = lexer.Next();
   }
-  throw CDaoException(DaoError::Engine, "The stored query cannot be read");
-}
-
-std::optional<std::string> Schema::StoredQuery(std::string_view name) {
-  const std::optional<StoredText> text = Definition(name);
-  if (!text) return std::nullopt;
-  return text->namesColumns ? "SELECT * FROM " + Quoted(name) : text->select;
+  text.select = view.definition.substr(token.begin + 2);
+  text.parts = AnalyseStoredSelect(text.select);
+  return &view.text.emplace(std::move(text));
 }
 
 bool Schema::HasSource(std::string_view name) {

@@ -8,6 +8,8 @@
 #include <unordered_map>
 #include <vector>
 
+#include "database/dialect/Dialect.h"
+
 namespace orxdb {
 
 class Connection;
@@ -45,6 +47,7 @@ struct TableInfo {
 struct StoredText {
   std::string select;         ///< in the engine's SQL
   bool namesColumns = false;  ///< beside the SELECT
+  SelectText parts;           ///< of the SELECT
 };
 
 /// The tables and stored queries of a database, as they are now: every call sees what other
@@ -55,11 +58,8 @@ class Schema {
 
   /// Reads the names of tables and stored queries again when they may have changed.
   void Follow();
-  /// Nothing when there is no stored query of that name.
-  std::optional<StoredText> Definition(std::string_view name);
-  /// The stored query of that name, as a SELECT to open; nothing when there is none. A view with
-  /// its own column list is given as a SELECT of all its columns.
-  std::optional<std::string> StoredQuery(std::string_view name);
+  /// Null when there is no stored query of that name. It holds until the next call.
+  const StoredText* Definition(std::string_view name);
   /// Whether the database has a table or a stored query of that name.
   bool HasSource(std::string_view name);
   /// Raises `NotFound` when there is no such table.
@@ -72,11 +72,16 @@ class Schema {
   void Clear() noexcept;
 
  private:
+  struct View {
+    std::string definition;  ///< the CREATE text
+    std::optional<StoredText> text;
+  };
+
   Connection& m_connection;
   std::int64_t m_version = -1;  ///< as the engine counts changes of the schema
   ChangeStamp m_stamp;          ///< nothing has been committed since the version was read
-  std::unordered_map<std::string, std::string> m_views;  ///< folded name to CREATE text
-  std::unordered_map<std::string, TableInfo> m_tables;   ///< folded name
+  std::unordered_map<std::string, View> m_views;        ///< folded name
+  std::unordered_map<std::string, TableInfo> m_tables;  ///< folded name
   std::unordered_map<std::string, std::shared_ptr<const QuerySource>> m_descriptions;
 };
 

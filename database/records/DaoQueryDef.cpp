@@ -6,7 +6,7 @@
 void CDaoQueryDef::Open(const std::string& name) {
   Close();
   if (m_database == nullptr) throw CDaoException(DaoError::Closed, "There is no database");
-  if (!m_database->GetConnection()->GetSchema().StoredQuery(name)) {
+  if (m_database->GetConnection()->GetSchema().Definition(name) == nullptr) {
     throw CDaoException(DaoError::NotFound, "There is no stored query " + name);
   }
   m_name = name;
