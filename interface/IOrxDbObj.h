@@ -24,7 +24,8 @@
 //   up to ten seconds on one statement, the ordering of a very large table for instance, and with
 //   up to 256 MiB of memory, what is sorted and kept included; then the call fails.
 // - A text, a picture, and a record as a whole may be up to 16 MiB long. Of what another program
-//   stored beyond that, the value cannot be read and the record cannot be changed.
+//   stored beyond that, the value cannot be read and the record cannot be changed; a walk fails
+//   where it comes to such a record.
 //
 // Property arrays describe one record: a name array (VT_ARRAY | VT_BSTR) and a value array
 // (VT_ARRAY | VT_VARIANT) of equal length, one dimension, lower bound 0; element i of the values

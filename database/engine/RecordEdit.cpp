@@ -152,14 +152,14 @@ void RecordEdit::Store(Connection& connection) const {
   connection.Listeners().Tell({connection.GetSchema().Table(m_source->table), m_adding});
   std::string columns;
   std::string marks;
-  std::vector<const SqlValue*> values;
+  std::vector<CellView> values;
   for (std::size_t i = 0; i < m_values.size(); ++i) {
     const Field& field = m_source->fields[i];
     if (!m_values[i] || !IsUpdatable(field)) continue;
     columns += (columns.empty() ? "" : ", ") + Quoted(field.info.m_strSourceField) +
                (m_adding ? "" : " = ?");
     marks += ", ?";
-    values.push_back(&*m_values[i]);
+    values.push_back(CellOf(*m_values[i]));
   }
   const std::string table = Quoted(m_source->table);
   const std::string key = KeyColumn(*m_source);

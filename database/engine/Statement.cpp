@@ -84,16 +84,6 @@ Statement& Statement::Bind(const CellView& cell) {
   return *this;
 }
 
-Statement& Statement::Bind(const std::vector<SqlValue>& values) {
-  for (const SqlValue& value : values) Bind(value);
-  return *this;
-}
-
-Statement& Statement::Bind(const std::vector<const SqlValue*>& values) {
-  for (const SqlValue* value : values) Bind(*value);
-  return *this;
-}
-
 bool Statement::Step() {
   if (sqlite3_stmt_busy(m_handle) == 0) m_guard.Start();
   const TextGuard::Turn turn(m_guard, m_origin);

@@ -39,8 +39,12 @@ class Statement {
   Statement& Bind(std::string_view text);
   Statement& Bind(const CellView& value);
   Statement& Bind(const SqlValue& value) { return Bind(CellOf(value)); }
-  Statement& Bind(const std::vector<SqlValue>& values);
-  Statement& Bind(const std::vector<const SqlValue*>& values);
+  /// Binds the next question marks.
+  template <typename Value>
+  Statement& Bind(const std::vector<Value>& values) {
+    for (const Value& value : values) Bind(value);
+    return *this;
+  }
   /// True while there is a row.
   bool Step();
   /// Runs it to its end and tells how many records a change changed.

@@ -24,7 +24,8 @@ struct TextUses {
 /// memory. The limits hold for the layer's own statements too: a file's triggers run inside them.
 class TextGuard {
  public:
-  /// Bytes of a text, of binary data, or of a record that is stored.
+  /// Bytes of a text, of binary data, or of a record that is stored. What another program stored
+  /// beyond that cannot be read: a walk fails where it comes to such a record.
   static constexpr int kLongestValue = 16 << 20;
   /// Bytes that a statement may take while it runs, temporary tables and sorting included, and
   /// that may be kept of what it gives. SQLite counts for the whole process, so where another of

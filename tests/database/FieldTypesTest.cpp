@@ -25,7 +25,8 @@ TEST_F(FieldTypesTest, StoredValuesReadByDeclaredType) {
       Case("SHORT", VT_I2, "-32768", "-32768"), Case("SMALLINT", VT_ERROR, "40000", ""),
       Case("LONG", VT_I4, "2147483647", "2147483647"), Case("LONG", VT_I4, "2.5", "2"),
       Case("INTEGER", VT_ERROR, "2147483648", ""), Case("LONG", VT_ERROR, "'abc'", ""),
-      Case("LONG", VT_ERROR, "x'00'", ""),
+      Case("LONG", VT_ERROR, "x'00'", ""), Case("", VT_I4, "-2147483648", "-2147483648"),
+      Case("", VT_R8, "4294967296", "4294967296"),
       // Other numbers.
       Case("CURRENCY", VT_CY, "1.23456", "1.2346"), Case("CURRENCY", VT_ERROR, "1e300", ""),
       Case("SINGLE", VT_R4, "0.1", "0.1"), Case("SINGLE", VT_ERROR, "1e300", ""),
@@ -64,6 +65,7 @@ TEST_F(FieldTypesTest, GivenValuesAreConvertedOrRefused) {
   const Case cases[] = {
       // Flags and whole numbers.
       Case("BOOLEAN", Variant::FromI4(5), "-1"), Case("BOOLEAN", Text("False"), "0"),
+      Case("BOOLEAN", whole(VT_BOOL, 1), "-1"),
       Case("BOOLEAN", Text("perhaps"), nullptr), Case("BYTE", Variant::FromI4(300), nullptr),
       Case("BYTE", Variant::FromR8(2.5), "2"), Case("SHORT", Text("-12"), "-12"),
       Case("SHORT", Text("12 mm"), nullptr), Case("LONG", Variant::FromR8(3e9), nullptr),
