@@ -10,6 +10,7 @@
 #include <utility>
 #include <vector>
 
+#include "platform/automation/Ascii.h"
 #include "platform/automation/Variant.h"
 
 namespace orxdb::test {
@@ -24,9 +25,7 @@ struct ModelTool {
 };
 
 inline bool SameText(const Text& left, const Text& right) {
-  return left && right && left->size() == right->size() &&
-         std::equal(left->begin(), left->end(), right->begin(),
-                    [](char a, char b) { return std::tolower(a) == std::tolower(b); });
+  return left && right && EqualNoCase(*left, *right);
 }
 
 struct Filter {
