@@ -377,36 +377,5 @@ TEST_F(RecordsetFixture, RequeryForgetsListedKeys) {
   }
 }
 
-TEST_F(RecordsetFixture, JoinThatMeetsMoreRowsShowsItsRecordOnce) {
-  Execute(
-      "INSERT INTO MILL (Name) VALUES ('b'), ('a'), ('c');"
-      "CREATE TABLE HEAD (ID INTEGER PRIMARY KEY, Mill LONG DEFAULT 3, H TEXT(5) DEFAULT 'zz');"
-      "CREATE TRIGGER MORE AFTER INSERT ON COATING BEGIN INSERT INTO HEAD (Mill) VALUES (3); END;"
-      "INSERT INTO HEAD (Mill, H) VALUES (1, 'x'), (2, 'y'), (1, 'z'), (2, 'w');"
-      "CREATE VIEW Q_HEADS AS SELECT M.ID AS ID, M.Name AS Name, H.H AS H"
-      " FROM MILL AS M LEFT JOIN HEAD AS H ON H.Mill = M.ID;");
-  using Row = std::pair<const char*, const char*>;
-  for (const auto& [query, keys] :
-       {Row("Q_HEADS", "123"), Row("SELECT * FROM Q_HEADS ORDER BY Name", "213"),
-        Row("SELECT * FROM Q_HEADS ORDER BY H", "321"),
-        Row("SELECT MILL.ID FROM MILL INNER JOIN HEAD ON HEAD.Mill = MILL.ID", "12")}) {
-    // A head that comes through this component, if by a trigger, counts from the next Requery on.
-    for (const char* changed : {"SELECT * FROM HEAD", "SELECT * FROM COATING"}) {
-      const auto records = Open(query);
-      const auto others = Open(changed);
-      others->AddNew();
-      others->Update();
-      std::string walk;
-      for (; !records->IsEOF() && walk.size() < 10; records->MoveNext()) {
-        walk += Show(records->GetFieldValue("ID"));
-      }
-      EXPECT_EQ(walk, keys) << query << changed;
-      records->MoveLast();
-      EXPECT_EQ(records->GetRecordCount(), static_cast<long>(walk.size())) << query;
-      Execute("DELETE FROM HEAD WHERE Mill = 3");
-    }
-  }
-}
-
 }  // namespace
 }  // namespace orxdb
