@@ -103,15 +103,16 @@ TEST_F(EditTest, RulesOfTheToolDomain) {
 
 TEST_F(EditTest, TappingHeadsNeedNamesOfTheirOwn) {
   std::string messages;
-  auto earlier =
-      InstallMessageBoxHandler([&](const std::string& text, const std::string&, unsigned style) {
-        messages += text + "/" + std::to_string(style);
+  auto earlier = InstallMessageBoxHandler(
+      [&](const std::string& text, const std::string& caption, unsigned style) {
+        messages += caption + ": " + text + "/" + std::to_string(style);
         return IDOK;
       });
   Variant used = Variant::FromText(u"head a");
   const VARIANT reference = Reference(VT_BSTR, &used.ptr()->bstrVal);
   EXPECT_EQ(Add("TAPPING_HEAD", Properties().Add("Name", Variant::CopyOf(reference))), E_FAIL);
-  EXPECT_EQ(messages, "You should use unique 'Description' for each Tapping Head/16");
+  EXPECT_EQ(messages,
+            "Kestrix Data Base: You should use unique 'Description' for each Tapping Head/16");
   EXPECT_EQ(m_id, 3);
   EXPECT_EQ(Add("TAPPING_HEAD", Properties().Add("Name", "It's")), S_OK) << "cannot be asked about";
   EXPECT_EQ(Add("TAPPING_HEAD", Properties().Add("Name", Variant::FromI4(7))), S_OK);
@@ -120,6 +121,14 @@ TEST_F(EditTest, TappingHeadsNeedNamesOfTheirOwn) {
   EXPECT_EQ(Set("TAPPING_HEAD", 2, again.Add("Name", "Head A")), S_OK);
   EXPECT_EQ(messages.find("/16"), messages.rfind("/16")) << "one message only";
   EXPECT_EQ(Sql("SELECT ID || Name FROM TAPPING_HEAD"), "1Head A|2Head A|4It's|57");
+  for (const std::string kind : {"It's", "head a"}) {
+    Properties head;
+    VARIANT* const names = head.Add("Kind", kind).Add("Name", "").Names();
+    VARIANT* const values = head.Values();
+    EXPECT_EQ(Gives(&Db::GenerateDefToolName2, "TAPPING_HEAD", names, values),
+              kind == "It's" ? kind : kind + "_1");
+    EXPECT_EQ(Show(*values), kind + '|' + kind) << "without suffix";
+  }
   InstallMessageBoxHandler(std::move(earlier));
 }
 

@@ -2,12 +2,8 @@
 #include <cstdlib>
 #include <fstream>
 
-#include "component/LanguageResources.h"
 #include "platform/automation/ClassObject.h"
-#include "platform/framework/MessageBox.h"
 #include "platform/framework/Text.h"
-#include "resources/ComponentText.h"
-#include "resources/StringTable.h"
 #include "tests/component/ComponentFixture.h"
 
 namespace orxdb::test {
@@ -86,27 +82,6 @@ TEST_F(LanguageTest, BrokenLanguageLibrariesAreNoError) {
     setenv("TEST_LANGUAGE", wish.c_str(), 1);
     EXPECT_EQ(Words(), wish == "one text" ? "Oui  a_FehltYes" : kEnglish) << wish;
   }
-}
-
-TEST_F(LanguageTest, IsFoundByItsNameAloneAndSpeaksInMessages) {
-  setenv("LC_ALL", "de_DE.UTF-8", 1);
-  const Library loaded = Library::Load(kExample / "libLangExt.so");
-  EXPECT_EQ(Words(), kGerman);
-  std::string shown;
-  auto earlier =
-      InstallMessageBoxHandler([&](const std::string& text, const std::string& caption, unsigned) {
-        shown += caption + ": " + text + '\n';
-        return IDOK;
-      });
-  {
-    const LanguageResources german;
-    ShowComponentMessage(IDS_HEAD_NAME_IN_USE, MB_ICONSTOP);
-  }
-  ShowComponentMessage(IDS_HEAD_NAME_IN_USE, MB_ICONSTOP);
-  EXPECT_EQ(shown,
-            "Kestrix-Datenbank: Jeder Gewindeschneidkopf braucht eine eigene 'Description'\n"
-            "Kestrix Data Base: You should use unique 'Description' for each Tapping Head\n");
-  InstallMessageBoxHandler(std::move(earlier));
 }
 
 }  // namespace

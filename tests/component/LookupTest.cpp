@@ -130,14 +130,8 @@ TEST_F(LookupTest, PermissibleValues) {
 }
 
 TEST_F(LookupTest, HeadsPicturesAndOperations) {
-  EXPECT_EQ(Gives(&Db::GetTappingHeadsForTap, "mm", 8.0), "big|small/4|7");
-  EXPECT_EQ(Gives(&Db::GetTappingHeadsForTap, "mm", 10.0), "big/4");
-  for (const auto* unit : {"in", "MM"}) {
-    EXPECT_EQ(Gives(&Db::GetTappingHeadsForTap, unit, 8 / 25.4), "big|small/4|7");
-  }
-  for (const double diameter : {20.0, kNaN}) {
-    EXPECT_EQ(Gives(&Db::GetTappingHeadsForTap, "mm", diameter), "nothing/nothing");
-  }
+  EXPECT_EQ(Gives(&Db::GetTappingHeadsForTap, "MM", 8 / 25.4), "big|small/4|7") << "no mm";
+  EXPECT_EQ(Gives(&Db::GetTappingHeadsForTap, "mm", kNaN), "nothing/nothing");
   const struct {
     const char *table, *picture, *operation;
   } cases[] = {{"TAP", "0|255|16", "GEWINDE Ø"},

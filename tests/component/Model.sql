@@ -10,7 +10,7 @@ CREATE VIEW Q_TAPPING_HEAD AS SELECT ID AS "TAPPING_HEAD.ID", Name AS Name,
   AUX_Metric_Min_Diameter AS AUX_Metric_Min_Diameter,
   AUX_Metric_Max_Diameter AS AUX_Metric_Max_Diameter FROM TAPPING_HEAD;
 INSERT INTO TYPES_DATA (TOOLTABLE_NAME, DEF_NAME_FORMAT) VALUES
-  ('Q_DRILL', 'N%D_Min_Diameter%'), ('Q_TAPPING_HEAD', 'N%AUX_Metric_Min_Diameter%');
+  ('Q_DRILL', 'N*%D_Min_Diameter%'), ('Q_TAPPING_HEAD', 'N*%AUX_Metric_Min_Diameter%');
 DROP VIEW Q_STOCK_MATERIAL;
 CREATE TABLE STOCK (ID INTEGER PRIMARY KEY, DispType TEXT(9));
 INSERT INTO STOCK (DispType) VALUES ('A'), ('B'), ('C');

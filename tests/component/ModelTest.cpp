@@ -66,7 +66,7 @@ class ModelTest : public ComponentTest {
   }
   /// The name that the table's format gives a tool.
   static std::string DefaultName(const ModelTool& tool) {
-    return tool.low ? "N" + std::to_string(*tool.low) : "N";
+    return tool.low ? "N*" + std::to_string(*tool.low) : "N*";
   }
 
   void Step(ModelTable& table);
@@ -260,7 +260,7 @@ void ModelTest::Step(ModelTable& table) {
     case 12: {
       const int id = PickId(table);
       ASSERT_EQ(Gives(&Db::GenerateDefToolName, table.name, id),
-                table.Has(id) ? DefaultName(table.stored.at(id)) : "N");
+                table.Has(id) ? DefaultName(table.stored.at(id)) : "N*");
       break;
     }
     case 13: {

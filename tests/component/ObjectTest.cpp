@@ -124,9 +124,9 @@ TEST_F(ObjectTest, OutParametersMustBeThereAndEmpty) {
               db.GetNextTool(lower.get(), none), db.SetTabFilter(lower.get(), nullptr, nullptr),
               db.GetSelectedRecordCount(tap, nullptr), db.GetToolTableBookmark(nullptr, none),
               db.GetToolTableBookmark(tap, nullptr), db.SetToolTableBookmark(nullptr, VARIANT{}),
-              db.GetToolProps(tap, 1, &full, none), db.GetToolProps(tap, 1, none, &full),
-              db.GetToolTypesByStoredQuery(nullptr, none), db.VariantToSQLString(nullptr, nullptr),
-              db.VariantToUIString(nullptr, nullptr, -1)),
+              db.GetDefPropsValues(tap, &full, none), db.GetToolProps(tap, 1, &full, none),
+              db.GetToolProps(tap, 1, none, &full), db.GetToolTypesByStoredQuery(nullptr, none),
+              db.VariantToSQLString(nullptr, nullptr), db.VariantToUIString(nullptr, nullptr, -1)),
       testing::Each(E_FAIL));
   EXPECT_EQ(Gives(&Db::GetSelectedRecordCount, nullptr), "-1");
   TakeError();

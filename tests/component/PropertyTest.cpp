@@ -45,6 +45,9 @@ TEST_F(PropertyTest, FieldTypes) {
   EXPECT_EQ(Gives(&Db::GetSearchParamNames, "MILL", untouched.ptr()), "") << "no parameters";
   EXPECT_EQ(Show(untouched.get()), "1");
   EXPECT_EQ(Gives(&Db::GetSearchParamNames, "NONE"), "fails");
+  EXPECT_EQ(Gives(&Db::GetToolProps, "NONE", 1), "fails");
+  EXPECT_EQ(Gives(&Db::GetDefPropsValues, "NONE"), "nothing/nothing");
+  EXPECT_EQ(Gives(&Db::GenerateDefToolName, "NONE", 1), "nothing");
   EXPECT_ANY_THROW(Gives(&Db::GetSearchParamNames, "WIDER")) << "a table that does not open";
 }
 
@@ -70,25 +73,6 @@ TEST_F(PropertyTest, FindingInArrays) {
             "-99")
       << "not looked for";
   EXPECT_EQ(number.get().lVal, 17);
-}
-
-TEST_F(PropertyTest, DefaultValuesLeaveNoTool) {
-  OpenSeeded(
-      "CREATE TABLE DRILL (ID INTEGER PRIMARY KEY AUTOINCREMENT, Name TEXT(50), Unit TEXT(4) "
-      "DEFAULT 'mm', Size SHORT DEFAULT 7, Made DATETIME DEFAULT CURRENT_TIMESTAMP, Twice AS "
-      "(Size * 2)); INSERT INTO DRILL (Name) VALUES ('a'), ('b'), ('c');"
-      "CREATE VIEW Q_DRILL AS SELECT ID AS ID, Name AS Name, Unit AS Unit, Size AS Size, Twice AS "
-      "Twice, Made AS Made FROM DRILL; INSERT INTO TYPES_DATA (TOOLTABLE_NAME) VALUES ('Q_DRILL')");
-  Variant names;
-  Variant values;
-  const Bstr drill(u"DRILL");
-  ASSERT_EQ(m_db->GetDefPropsValues(drill.get(), names.ptr(), values.ptr()), S_OK);
-  EXPECT_THAT(Show(values.get()), testing::StartsWith("4|AUX_TEMP_TOOLNAME_~*&^$%_|mm|7|14|20"));
-  EXPECT_EQ(m_db->SetToolProps(drill.get(), 2, names.ptr(), values.ptr()), S_OK);
-  EXPECT_EQ(Sql("SELECT Size FROM DRILL WHERE Name LIKE 'AUX%' AND Made > '2020'"), "7");
-  EXPECT_EQ(m_db->GetDefPropsValues(drill.get(), names.ptr(), values.ptr()), E_FAIL);
-  EXPECT_EQ(Gives(&Db::GetDefPropsValues, "NONE"), "nothing/nothing");
-  EXPECT_EQ(Sql("SELECT ID FROM DRILL"), "1|2|3");
 }
 
 // A table of taps and another, a tool with a name and one without, for every format.
@@ -137,37 +121,6 @@ TEST_F(PropertyTest, NamesByFormat) {
     EXPECT_EQ(Show(*values), "4|" + made);
     Variant none;
     Gives(&Db::GenerateDefToolName2, "MILL", none.ptr(), none.ptr());
-  }
-}
-
-TEST_F(PropertyTest, StoredToolsAndTheirNames) {
-  OpenSeeded(
-      "UPDATE TYPES_DATA SET DEF_NAME_FORMAT = 'Mill D%Diameter%';"
-      "UPDATE MILL SET Name = '' WHERE ID < 3");
-  EXPECT_EQ(Gives(&Db::GenerateDefToolName, "MILL", 3), "Mill D7");
-  EXPECT_EQ(Gives(&Db::GenerateDefToolName, "MILL", 99), "Mill D") << "the text of the format";
-  EXPECT_EQ(Gives(&Db::GenerateDefToolName, "NONE", 1), "nothing");
-  EXPECT_EQ(Tool("TAP", 2)["Material"], "Carbide") << "two tables of the query have an ID";
-  EXPECT_EQ(Gives(&Db::GetToolProps, "NONE", 1), "fails");
-  EXPECT_EQ(First("MILL")["Name"], "Mill D9") << "the first tool gets a name,";
-  EXPECT_EQ(Next("MILL")["Name"], "") << "the others do not";
-  EXPECT_EQ(Sql("SELECT Name FROM MILL WHERE ID = 1"), "");
-}
-
-TEST_F(PropertyTest, NamesOfTappingHeadsAreUnique) {
-  OpenSeeded(
-      "CREATE TABLE TAPPING_HEAD (ID INTEGER PRIMARY KEY AUTOINCREMENT, Name TEXT(50));"
-      "CREATE VIEW Q_TAPPING_HEAD AS SELECT ID AS ID, Name AS Name FROM TAPPING_HEAD;"
-      "INSERT INTO TYPES_DATA (TOOLTABLE_NAME, DEF_NAME_FORMAT) VALUES ('Q_TAPPING_HEAD', "
-      "'%Kind%');INSERT INTO TAPPING_HEAD (Name) VALUES ('r'), ('R_1'), ('S_1')");
-  const std::pair<const char*, const char*> cases[] = {
-      {"R", "R_2"}, {"S", "S"}, {"R_1", "R_1_1"}, {"It's", "It's"}, {"R*", "R*"}};
-  for (const auto& [kind, name] : cases) {
-    Properties tool;
-    VARIANT* names = tool.Add("Kind", kind).Add("Name", "").Names();
-    VARIANT* values = tool.Values();
-    EXPECT_EQ(Gives(&Db::GenerateDefToolName2, "TAPPING_HEAD", names, values), name);
-    EXPECT_EQ(Show(*values), std::string(kind) + '|' + kind) << "without suffix";
   }
 }
 
