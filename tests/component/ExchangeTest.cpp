@@ -68,10 +68,7 @@ TEST_F(ExchangeTest, FilesAreReadLeniently) {
   };
   std::string lineFeeds = head + names + a + b;
   std::erase(lineFeeds, '\r');
-  const struct {
-    const char* what;
-    std::string file, tools;
-  } cases[] = {
+  const std::array<std::string, 3> cases[] = {
       {"lines that end in LF", lineFeeds, "a|b"},
       {"text between fields", head + names + "x\"a\" y \"1\" z\r\n", "a"},
       {"the same tool again", head + names + a + a + "\"A\"\t\"1.500000\"\t\r\n" + b, "a|b"},

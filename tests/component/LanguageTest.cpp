@@ -2,8 +2,12 @@
 #include <cstdlib>
 #include <fstream>
 
+#include "component/LanguageResources.h"
 #include "platform/automation/ClassObject.h"
+#include "platform/framework/MessageBox.h"
 #include "platform/framework/Text.h"
+#include "resources/ComponentText.h"
+#include "resources/StringTable.h"
 #include "tests/component/ComponentFixture.h"
 
 namespace orxdb::test {
@@ -82,6 +86,20 @@ TEST_F(LanguageTest, BrokenLanguageLibrariesAreNoError) {
     setenv("TEST_LANGUAGE", wish.c_str(), 1);
     EXPECT_EQ(Words(), wish == "one text" ? "Oui  a_FehltYes" : kEnglish) << wish;
   }
+}
+
+TEST_F(LanguageTest, SpeaksInMessagesWhileItLives) {
+  setenv("LC_ALL", "de_DE.UTF-8", 1);
+  const Library loaded = Library::Load(kExample / "libLangExt.so");
+  testing::internal::CaptureStderr();
+  {
+    const LanguageResources german;
+    ShowComponentMessage(IDS_HEAD_NAME_IN_USE, MB_ICONSTOP);
+  }
+  ShowComponentMessage(IDS_HEAD_NAME_IN_USE, MB_ICONSTOP);
+  EXPECT_EQ(testing::internal::GetCapturedStderr(),
+            "Kestrix-Datenbank: Jeder Gewindeschneidkopf braucht eine eigene 'Description'\n"
+            "Kestrix Data Base: You should use unique 'Description' for each Tapping Head\n");
 }
 
 }  // namespace

@@ -96,23 +96,17 @@ TEST_F(LookupTest, OddNumbersNamesAndTables) {
 
 TEST_F(LookupTest, PermissibleValues) {
   Sql("INSERT INTO MATERIAL (Text) SELECT Text FROM MATERIAL WHERE ID = 1");
-  const struct {
-    const char *table, *field;
-    double diameter;
-    const char* values;
-  } cases[] = {{"TAP", "Name", 0, "nothing"},
-               {"DRILL", "Two", 0, "nothing"},
-               {"DRILL", "Extra_Depth", 0, "nothing"},
-               {"DRILL", "coating", 6, "Carbide|HSS|HSS"},
-               {"DRILL", "TappingHead", 6, "big|groß|none|small"},
-               {"PIPE_TAP", "TappingHead", 0, "big|groß|none|small"},
-               {"PIPE_TAP", "TappingHead", kNaN, "big|groß|none|small"},
-               {"PIPE_TAP", "TappingHead", 8, "big|small|null"},
-               {"PIPE_TAP", "TappingHead", 12.0000004, "big|null"},
-               {"PIPE_TAP", "TappingHead", 20, "nothing"},
-               {"PIPE_TAP", "Nope", 0, "fails"},
-               {"NOPE", "Name", 0, "fails"}};
-  for (const auto& [table, field, diameter, values] : cases) {
+  using Case = std::tuple<const char*, const char*, double, const char*>;
+  for (const auto& [table, field, diameter, values] :
+       {Case("TAP", "Name", 0, "nothing"), Case("DRILL", "Two", 0, "nothing"),
+        Case("DRILL", "Extra_Depth", 0, "nothing"), Case("DRILL", "coating", 6, "Carbide|HSS|HSS"),
+        Case("DRILL", "TappingHead", 6, "big|groß|none|small"),
+        Case("PIPE_TAP", "TappingHead", 0, "big|groß|none|small"),
+        Case("PIPE_TAP", "TappingHead", kNaN, "big|groß|none|small"),
+        Case("PIPE_TAP", "TappingHead", 8, "big|small|null"),
+        Case("PIPE_TAP", "TappingHead", 12.0000004, "big|null"),
+        Case("PIPE_TAP", "TappingHead", 20, "nothing"), Case("PIPE_TAP", "Nope", 0, "fails"),
+        Case("NOPE", "Name", 0, "fails")}) {
     EXPECT_EQ(Gives(&Db::GetPermissibleValues, table, field, diameter), values)
         << table << '.' << field << ' ' << diameter;
   }
@@ -132,13 +126,10 @@ TEST_F(LookupTest, PermissibleValues) {
 TEST_F(LookupTest, HeadsPicturesAndOperations) {
   EXPECT_EQ(Gives(&Db::GetTappingHeadsForTap, "MM", 8 / 25.4), "big|small/4|7") << "no mm";
   EXPECT_EQ(Gives(&Db::GetTappingHeadsForTap, "mm", kNaN), "nothing/nothing");
-  const struct {
-    const char *table, *picture, *operation;
-  } cases[] = {{"TAP", "0|255|16", "GEWINDE Ø"},
-               {"MILL", "nothing", ""},
-               {"NONE", "nothing", "nothing"},
-               {"it's", "fails", "fails"}};
-  for (const auto& [table, picture, operation] : cases) {
+  using Case = std::array<const char*, 3>;
+  for (const auto& [table, picture, operation] :
+       {Case{"TAP", "0|255|16", "GEWINDE Ø"}, Case{"MILL", "nothing", ""},
+        Case{"NONE", "nothing", "nothing"}, Case{"it's", "fails", "fails"}}) {
     EXPECT_EQ(Gives(&Db::GetToolSubtypePreview, table), picture) << table;
     EXPECT_EQ(Gives(&Db::GetPrimaryOpByTable, table), operation) << table;
   }

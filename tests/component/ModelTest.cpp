@@ -317,36 +317,25 @@ TEST_F(ModelTest, RandomCallsBehaveLikeListsWithAPosition) {
 /// count, B a bookmark taken and set, U a name looked for, ?2 the properties of tool 2, 2:9 its
 /// diameter set to 9, !2 it is deleted; and by another program: 2=9 and -2.
 TEST_F(ModelTest, WalksKeepTheirPlaceWhileToolsChange) {
-  struct Walk {
-    const char* where;
-    const char* order;
-    const char* calls;
-    const char* given;
-  };
+  using Walk = std::tuple<std::string, std::string, const char*, const char*>;
   const char* const all = "[D_Min_Diameter] > 0";
   const char* const order = "[D_Min_Diameter]";
-  for (const auto& [where, by, calls, given] : {Walk{all, order, "F ?3 -1 N N N N", "1 2 3 4 -"},
-                                                {all, order, "F U -1 N ?4 -2 N", "1 2 3"},
-                                                {all, order, "F B -1 N", "1 2"},
-                                                {all, order, "F -1 ?3 N U N", "1 2 3"},
-                                                {"", "", "F -1 ?3 N U N", "1 2 3"},
-                                                {"", order, "3:0 N N N", "2 4 -"},
-                                                {"", order, "4=0 2:9 N N", "1 3"},
-                                                {all, order, "F 1=9 N 2=9 N 3=1 N N", "1 2 3 4 -"},
-                                                {all, order, "F 2=0 N 4=1 N N", "1 3 4 -"},
-                                                {"", "", "-1 N N", "2 3"},
-                                                {all, "", "-1 N N", "2 3"},
-                                                {"", "", "F N -2 C N C N N", "1 2 3 3 3 4 -"},
-                                                {all, "", "F N -2 C N", "1 2 3 3"},
-                                                {all, order, "F N -2 C N C N N", "1 2 4 3 4 4 -"},
-                                                {"", order, "F -1 -2 N", "1 3"},
-                                                {all, "", "F -1 -2 N", "1 3"},
-                                                {"", order, "F !1 N", "1 -"},
-                                                {"", order, "F !3 N N", "1 2 4"}}) {
+  for (const auto& [where, by, calls, given] :
+       {Walk(all, order, "F ?3 -1 N N N N", "1 2 3 4 -"),
+        Walk(all, order, "F U -1 N ?4 -2 N", "1 2 3"), Walk(all, order, "F B -1 N", "1 2"),
+        Walk(all, order, "F -1 ?3 N U N", "1 2 3"), Walk("", "", "F -1 ?3 N U N", "1 2 3"),
+        Walk("", order, "3:0 N N N", "2 4 -"), Walk("", order, "4=0 2:9 N N", "1 3"),
+        Walk(all, order, "F 1=9 N 2=9 N 3=1 N N", "1 2 3 4 -"),
+        Walk(all, order, "F 2=0 N 4=1 N N", "1 3 4 -"), Walk("", "", "-1 N N", "2 3"),
+        Walk(all, "", "-1 N N", "2 3"), Walk("", "", "F N -2 C N C N N", "1 2 3 3 3 4 -"),
+        Walk(all, "", "F N -2 C N", "1 2 3 3"),
+        Walk(all, order, "F N -2 C N C N N", "1 2 4 3 4 4 -"), Walk("", order, "F -1 -2 N", "1 3"),
+        Walk(all, "", "F -1 -2 N", "1 3"), Walk("", order, "F !1 N", "1 -"),
+        Walk("", order, "F !3 N N", "1 2 4")}) {
     OpenSeeded(
         Script("Model") +
         "INSERT INTO DRILL (Name, D_Min_Diameter) VALUES ('a', 1), ('b', 2), ('c', 3), ('d', 4)");
-    if (*where || *by) {
+    if (!(where + by).empty()) {
       ASSERT_EQ(SetFilter("DRILL", where, by), S_OK);
     }
     std::string told;

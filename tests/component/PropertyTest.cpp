@@ -75,28 +75,10 @@ TEST_F(PropertyTest, FindingInArrays) {
   EXPECT_EQ(number.get().lVal, 17);
 }
 
-// A table of taps and another, a tool with a name and one without, for every format.
+// A table of taps and another, a tool with a name and one without, for every format; # stands for M
+// in names of taps and for m in others.
 TEST_F(PropertyTest, NamesByFormat) {
-  const std::pair<std::string, std::string> cases[] = {
-      // '#' is M for taps and m for others
-      {"", ""},
-      {"%", ""},
-      {"a%", "a"},
-      {"%%a%b", "a"},
-      {"Mill", "Mill    "},
-      {"%flutes%-%Note%", "-"},
-      {"D%Diameter%_%Unit%", "D10.5_#"},
-      {"D%Diameter%_%Inch%", "D10.5_i"},
-      {"%Diameter%x%Flutes%mm", "10.5x4"},
-      {"T%Unit%_%Coating%_%Flutes%", "T#_4"},
-      {"Ø%Coating%a%Coating%%Coating%", ""},
-      {"b🔩%Coating%é%Note%", "bé"},
-      {"%Coolant%/%Left%", "Yes/No"},
-      {"a_%Nope%_%Empty%____%Null%_b%Nope%", "a_b"},
-      {"%Flutes%%Flutes%%", "44"},
-      {"a%Flutes%b%Flutes%c%", "a4b4c"},
-      {"_____________x", "_x    "},
-      {"%Text%", "fräsen 刀"}};
+  using Case = std::pair<std::string, std::string>;
   Properties tool;
   tool.Add("Diameter", 10.5).Add("Unit", "mm").Add("Inch", "in").Add("Coating", "Absent");
   tool.Add("Flutes", 4).Add("Null", Variant::Null()).Add("Empty", Variant()).Add("Note", "");
@@ -105,7 +87,15 @@ TEST_F(PropertyTest, NamesByFormat) {
   Properties nameless;
   nameless.Add("Flutes", 4).Add("Name", Variant::Null());
   OpenSeeded();
-  for (const auto& [format, name] : cases) {
+  for (const auto& [format, name] :
+       {Case("", ""), Case("%", ""), Case("a%", "a"), Case("%%a%b", "a"), Case("Mill", "Mill    "),
+        Case("%flutes%-%Note%", "-"), Case("D%Diameter%_%Unit%", "D10.5_#"),
+        Case("D%Diameter%_%Inch%", "D10.5_i"), Case("%Diameter%x%Flutes%mm", "10.5x4"),
+        Case("T%Unit%_%Coating%_%Flutes%", "T#_4"), Case("Ø%Coating%a%Coating%%Coating%", ""),
+        Case("b🔩%Coating%é%Note%", "bé"), Case("%Coolant%/%Left%", "Yes/No"),
+        Case("a_%Nope%_%Empty%____%Null%_b%Nope%", "a_b"), Case("%Flutes%%Flutes%%", "44"),
+        Case("a%Flutes%b%Flutes%c%", "a4b4c"), Case("_____________x", "_x    "),
+        Case("%Text%", "fräsen 刀")}) {
     SCOPED_TRACE(format);
     Sql("UPDATE TYPES_DATA SET DEF_NAME_FORMAT = '" + format + "'");
     Reopen();
@@ -127,32 +117,29 @@ TEST_F(PropertyTest, NamesByFormat) {
 TEST_F(PropertyTest, TextsOfEachType) {
   const Bstr text(u"it's Ø \"6\"");
   const auto real = [](double value) { return std::bit_cast<LONGLONG>(value); };
-  const struct {
-    int type;
-    LONGLONG payload;
-    const char* texts;
-  } cases[] = {{VT_EMPTY, 0, "NULL/"},
-               {VT_NULL, 0, "NULL/"},
-               {VT_I2, -300, "-300/-300"},
-               {VT_I4, -7, "-7/-7"},
-               {VT_I1, -5, "-5/-5"},
-               {VT_UI1, 200, "200/200"},
-               {VT_UI2, 65535, "65535/65535"},
-               {VT_UI4, 4294967295, "-1/4294967295"},
-               {VT_R4, std::bit_cast<LONG>(0.25f), "0.250000/0.25"},
-               {VT_R8, real(-1e-7), "-0.000000/-1E-07"},
-               {VT_R8, real(1e21), "1000000000000000000000.000000/1E+21"},
-               {VT_BSTR, 0, "/"},
-               {VT_BSTR, reinterpret_cast<LONGLONG>(text.get()), "it's Ø \"6\"/it's Ø \"6\""},
-               {VT_BOOL, -1, "TRUE/Yes"},
-               {VT_BOOL, 2, "TRUE/Yes"},
-               {VT_BOOL, 0, "FALSE/No"},
-               {VT_DATE, 0, "fails/fails"},
-               {VT_CY, 0, "fails/fails"},
-               {VT_I8, 1, "fails/fails"},
-               {VT_CLSID, 0, "fails/fails"},
-               {VT_ARRAY | VT_UI1, 0, "fails/fails"}};
-  for (const auto& [type, payload, texts] : cases) {
+  using Case = std::tuple<int, LONGLONG, const char*>;
+  for (const auto& [type, payload, texts] :
+       {Case(VT_EMPTY, 0, "NULL/"),
+        Case(VT_NULL, 0, "NULL/"),
+        Case(VT_I2, -300, "-300/-300"),
+        Case(VT_I4, -7, "-7/-7"),
+        Case(VT_I1, -5, "-5/-5"),
+        Case(VT_UI1, 200, "200/200"),
+        Case(VT_UI2, 65535, "65535/65535"),
+        Case(VT_UI4, 4294967295, "-1/4294967295"),
+        Case(VT_R4, std::bit_cast<LONG>(0.25f), "0.250000/0.25"),
+        Case(VT_R8, real(-1e-7), "-0.000000/-1E-07"),
+        Case(VT_R8, real(1e21), "1000000000000000000000.000000/1E+21"),
+        Case(VT_BSTR, 0, "/"),
+        Case(VT_BSTR, reinterpret_cast<LONGLONG>(text.get()), "it's Ø \"6\"/it's Ø \"6\""),
+        Case(VT_BOOL, -1, "TRUE/Yes"),
+        Case(VT_BOOL, 2, "TRUE/Yes"),
+        Case(VT_BOOL, 0, "FALSE/No"),
+        Case(VT_DATE, 0, "fails/fails"),
+        Case(VT_CY, 0, "fails/fails"),
+        Case(VT_I8, 1, "fails/fails"),
+        Case(VT_CLSID, 0, "fails/fails"),
+        Case(VT_ARRAY | VT_UI1, 0, "fails/fails")}) {
     VARIANT value{};
     value.vt = static_cast<VARTYPE>(type);
     value.llVal = payload;
@@ -161,18 +148,10 @@ TEST_F(PropertyTest, TextsOfEachType) {
 }
 
 TEST_F(PropertyTest, PrecisionFromNoneToEightDecimals) {
-  const struct {
-    double value;
-    LONG precision;
-    const char* text;
-  } cases[] = {{2.5, 0, "2"},
-               {3.5, 0, "4"},
-               {10.25, 1, "10.2"},
-               {10.25, 3, "10.250"},
-               {-0.5, 8, "-0.50000000"},
-               {10.25, 9, "10.25"},
-               {10.25, -1, "10.25"}};
-  for (const auto& [value, precision, text] : cases) {
+  using Case = std::tuple<double, LONG, const char*>;
+  for (const auto& [value, precision, text] :
+       {Case(2.5, 0, "2"), Case(3.5, 0, "4"), Case(10.25, 1, "10.2"), Case(10.25, 3, "10.250"),
+        Case(-0.5, 8, "-0.50000000"), Case(10.25, 9, "10.25"), Case(10.25, -1, "10.25")}) {
     EXPECT_EQ(Shown(Variant::FromR8(value).get(), precision), text);
   }
   // The eight payload bytes count as one real, whatever stands behind the four of a VT_R4.

@@ -66,20 +66,17 @@ TEST_F(SessionTest, DefaultDatabaseIsBesideTheFolderOfTheProgram) {
 }
 
 TEST_F(SessionTest, DamagedCatalogueKeepsWhatWasLoadedAndFailsOnTheRest) {
-  const struct {
-    const char* damage = "";
-    bool types = true;
-    int opened = 0;                   ///< tables that can be walked
-    bool stock = false, late = true;  ///< materials, machining data behind T15c
-  } cases[] = {{"", true, 3, true},
-               {"DROP VIEW TOOL_TYPES", false, 0, false, false},
-               {"DROP VIEW Q_STOCK_MATERIAL", true, 3},
-               {"DROP TABLE T15c", true, 3, true, false},
-               {"ALTER TABLE TYPES_DATA DROP COLUMN COMMENT", false},
-               {"ALTER TABLE TYPES_DATA DROP COLUMN DEF_NAME_FORMAT", false},
-               {"DROP TABLE MILL", true, 1},
-               {"DROP VIEW Q_TAP", true, 2}};
-  for (const auto& [damage, types, opened, stock, late] : cases) {
+  // The damage, whether types are listed, tables that can be walked, materials, machining data
+  // behind T15c.
+  using Case = std::tuple<const char*, bool, int, bool, bool>;
+  for (const auto& [damage, types, opened, stock, late] :
+       {Case("", true, 3, true, true), Case("DROP VIEW TOOL_TYPES", false, 0, false, false),
+        Case("DROP VIEW Q_STOCK_MATERIAL", true, 3, false, true),
+        Case("DROP TABLE T15c", true, 3, true, false),
+        Case("ALTER TABLE TYPES_DATA DROP COLUMN COMMENT", false, 0, false, true),
+        Case("ALTER TABLE TYPES_DATA DROP COLUMN DEF_NAME_FORMAT", false, 0, false, true),
+        Case("DROP TABLE MILL", true, 1, false, true),
+        Case("DROP VIEW Q_TAP", true, 2, false, true)}) {
     SCOPED_TRACE(damage);
     OpenSeeded(damage);
     EXPECT_EQ(std::ranges::count(Gives(&Db::GetToolTypes), '|'), types ? 8 : 0);
