@@ -20,6 +20,7 @@ struct Tool {
   std::string Text() const {
     return "'" + name + "', " + (diameter ? std::to_string(*diameter) : "null");
   }
+  std::string Row() const { return "(" + Text() + ", " + std::to_string(coating) + ")"; }
 };
 using Table = std::map<int, Tool>;
 
@@ -181,10 +182,9 @@ class RecordsetModelTest : public RecordsetFixture,
     if (Pick(2) == 0) {
       // What other programs change before a list of keys is needed may still count.
       if (m_shape.listed) m_records->GetPosition();
-      const std::string values = tool.Text() + ", " + std::to_string(tool.coating);
-      Execute(choice == 0   ? "INSERT INTO MILL (Name, D, Coating) VALUES (" + values + ")"
+      Execute(choice == 0   ? "INSERT INTO MILL (Name, D, Coating) VALUES " + tool.Row()
               : choice == 1 ? "DELETE FROM MILL" + where
-                            : "UPDATE MILL SET (Name, D, Coating) = (" + values + ")" + where);
+                            : "UPDATE MILL SET (Name, D, Coating) = " + tool.Row() + where);
     } else {
       const auto editor = Open("SELECT * FROM MILL" + where);
       if (choice == 1) {
@@ -326,8 +326,7 @@ TEST_P(RecordsetModelTest, BehavesAsItsContractSays) {
   std::string rows;
   for (int i = 1; i <= m_lastKey; ++i) {
     m_table[i] = RandomTool();
-    rows += (rows.empty() ? "(" : ", (") + m_table[i].Text() + ", " +
-            std::to_string(m_table[i].coating) + ")";
+    rows += (rows.empty() ? "" : ", ") + m_table[i].Row();
   }
   Execute("INSERT INTO MILL (Name, D, Coating) VALUES " + rows);
   m_records = Open(m_shape.query, m_shape.type);
