@@ -16,12 +16,14 @@ install(FILES ${PROJECT_BINARY_DIR}/resources/ORXDB.idl
         DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/orxdb)
 install(FILES README.md DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/orxdb)
 
-# The class file holds the library's path, which is known only now.
-install(CODE "
-set(class_file ${class_folder}/ORXDB.OrxDbObj.1.class)
+# The class files hold the library's path, which is known only now.
+foreach(class OrxDbObj OrxDbLibrary)
+  install(CODE "
+set(class_file ${class_folder}/ORXDB.${class}.1.class)
 set(library ${component_library})
-set(script [[${PROJECT_SOURCE_DIR}/resources/OrxDbObj.class]])
+set(script [[${PROJECT_SOURCE_DIR}/resources/${class}.class]])
 include([[${PROJECT_SOURCE_DIR}/cmake/InstallClassFile.cmake]])")
+endforeach()
 
 install(EXPORT ORXDB NAMESPACE ORXDB:: DESTINATION ${config_folder} FILE ORXDBTargets.cmake)
 configure_package_config_file(cmake/ORXDBConfig.cmake.in ${PROJECT_BINARY_DIR}/ORXDBConfig.cmake

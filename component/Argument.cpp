@@ -77,6 +77,15 @@ HRESULT Argument::Bind(const Parameter& parameter, VARIANTARG* given) {
   return Own(VariantChangeType(m_value.ptr(), given, 0, parameter.type));
 }
 
+HRESULT Argument::BindResult(const Parameter& parameter) noexcept {
+  if (parameter.type != VT_VARIANT) {
+    m_value.ptr()->vt = parameter.type;  // all zero is a value of every type
+    return Own(S_OK);
+  }
+  m_place = m_value.ptr();
+  return S_OK;
+}
+
 HRESULT Argument::BindScalarReference(const Parameter& parameter, VARIANTARG& given) {
   const bool byReference = (given.vt & VT_BYREF) != 0;
   if (byReference && BaseType(given.vt) == parameter.type && parameter.type != VT_BSTR) {

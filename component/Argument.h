@@ -31,6 +31,12 @@ class Argument {
   /// convert, DISP_E_BADVARTYPE for impossible types, E_INVALIDARG for null references.
   HRESULT Bind(const Parameter& parameter, VARIANTARG* given);
 
+  /// Prepares the place of a method's result.
+  HRESULT BindResult(const Parameter& parameter) noexcept;
+
+  /// Hands the result out; `result` must be empty.
+  void TakeResult(VARIANT& result) noexcept { result = m_value.detach(); }
+
   /// What Method::call takes.
   void* place() const noexcept { return m_place; }
 

@@ -1,16 +1,28 @@
 #include "component/ClassFactory.h"
 
+#include <algorithm>
+#include <iterator>
 #include <new>
 
+#include "component/OrxDbLibrary.h"
 #include "component/OrxDbObj.h"
 #include "component/TypeDescription.h"
 #include "platform/automation/ComPtr.h"
 
 namespace orxdb {
+namespace {
 
-HRESULT ClassFactory::Create(REFIID riid, void** ppvObject) {
+constexpr ComponentClass kClasses[] = {{kOrxDbObj, &OrxDbObj::Create},
+                                       {kOrxDbLibrary, &OrxDbLibrary::Create}};
+
+}  // namespace
+
+HRESULT ClassFactory::Create(REFCLSID rclsid, REFIID riid, void** ppvObject) {
+  const auto* const made = std::ranges::find(
+      kClasses, rclsid, [](const ComponentClass& each) { return each.described.type.guid; });
+  if (made == std::end(kClasses)) return CLASS_E_CLASSNOTAVAILABLE;
   ComPtr<IClassFactory> factory;
-  factory.copyFrom(new (std::nothrow) ClassFactory);
+  factory.copyFrom(new (std::nothrow) ClassFactory(*made));
   return factory ? factory->QueryInterface(riid, ppvObject) : E_OUTOFMEMORY;
 }
 
@@ -44,7 +56,7 @@ HRESULT ClassFactory::CreateInstance(IUnknown* pUnkOuter, REFIID riid, void** pp
   if (!ppvObject) return E_POINTER;
   *ppvObject = nullptr;
   if (pUnkOuter && riid != IID_IUnknown) return CLASS_E_NOAGGREGATION;
-  return OrxDbObj::Create(pUnkOuter, riid, ppvObject);
+  return m_made.create(pUnkOuter, riid, ppvObject);
 }
 
 HRESULT ClassFactory::LockServer(BOOL fLock) {
@@ -58,7 +70,7 @@ HRESULT ClassFactory::LockServer(BOOL fLock) {
 
 HRESULT ClassFactory::GetClassInfo(ITypeInfo** ppTI) {
   if (!ppTI) return E_POINTER;
-  *ppTI = DescribeClass();
+  *ppTI = DescribeClass(m_made.described);
   return S_OK;
 }
 

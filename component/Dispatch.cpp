@@ -29,10 +29,12 @@ class CallArguments {
   /// Sorts the arguments out and prepares them.
   Outcome Bind() {
     if (const Outcome sorted = Sort(); FAILED(sorted.status)) return sorted;
-    for (UINT i = 0; i < m_method.parameterCount; ++i) {
+    const std::size_t arguments = m_method.arguments().size();
+    for (std::size_t i = 0; i < m_method.parameterCount; ++i) {
       const UINT index = m_indexes[i];
       VARIANTARG* const given = index == Outcome::kNoArgument ? nullptr : &m_params.rgvarg[index];
-      const HRESULT status = m_arguments[i].Bind(m_method.slots[i], given);
+      const HRESULT status = i < arguments ? m_arguments[i].Bind(m_method.slots[i], given)
+                                           : m_arguments[i].BindResult(m_method.slots[i]);
       if (FAILED(status)) return {status, index};
       m_places[i] = m_arguments[i].place();
     }
@@ -40,6 +42,11 @@ class CallArguments {
   }
 
   void* const* places() const noexcept { return m_places.data(); }
+
+  /// Hands out what the method gives back; nothing when it gives nothing.
+  void TakeResult(VARIANT& result) noexcept {
+    if (m_method.hasResult) m_arguments[m_method.parameterCount - 1].TakeResult(result);
+  }
 
   /// Writes every result through that can be; tells of the first that cannot.
   Outcome WriteBack() {
@@ -58,8 +65,8 @@ class CallArguments {
     if (named > count || (count && !m_params.rgvarg) || (named && !m_params.rgdispidNamedArgs)) {
       return {E_INVALIDARG};
     }
-    if (count > m_method.parameterCount ||
-        count < m_method.parameterCount - m_method.optionalCount) {
+    const auto most = static_cast<UINT>(m_method.arguments().size());
+    if (count > most || count < most - m_method.optionalCount) {
       return {DISP_E_BADPARAMCOUNT};
     }
     for (UINT position = 0; position < count - named; ++position) {
@@ -67,7 +74,7 @@ class CallArguments {
     }
     for (UINT index = 0; index < named; ++index) {
       const auto position = static_cast<UINT>(m_params.rgdispidNamedArgs[index]);
-      if (position >= m_method.parameterCount || m_indexes[position] != Outcome::kNoArgument) {
+      if (position >= most || m_indexes[position] != Outcome::kNoArgument) {
         return {DISP_E_PARAMNOTFOUND, index};
       }
       m_indexes[position] = index;
@@ -87,11 +94,12 @@ bool AsksForCall(WORD flags) noexcept {
   return flags == DISPATCH_METHOD || flags == (DISPATCH_METHOD | DISPATCH_PROPERTYGET);
 }
 
-HRESULT CallUnexceptionally(const Method& method, IOrxDbObj& object, void* const* places) {
+HRESULT CallUnexceptionally(const DescribedClass& type, const Method& method, IDispatch& object,
+                            void* const* places) {
   try {
     return method.call(object, places);
   } catch (...) {
-    ReportError();
+    ReportError(type);
     return E_FAIL;
   }
 }
@@ -108,26 +116,30 @@ void Describe(HRESULT status, EXCEPINFO& exception) {
   SetErrorInfo(0, info.get());
 }
 
-Outcome Perform(const Method& method, IOrxDbObj& object, DISPPARAMS& params,
-                EXCEPINFO* pExcepInfo) {
+Outcome Perform(const DescribedClass& type, const Method& method, IDispatch& object,
+                DISPPARAMS& params, VARIANT* pVarResult, EXCEPINFO* pExcepInfo) {
   CallArguments arguments(method, params);
   if (const Outcome bound = arguments.Bind(); FAILED(bound.status)) return bound;
-  const HRESULT status = CallUnexceptionally(method, object, arguments.places());
+  const HRESULT status = CallUnexceptionally(type, method, object, arguments.places());
   const Outcome written = arguments.WriteBack();
-  if (SUCCEEDED(status)) return written;
+  if (SUCCEEDED(status)) {
+    if (pVarResult) arguments.TakeResult(*pVarResult);
+    return written;
+  }
   if (pExcepInfo) Describe(status, *pExcepInfo);
   return {DISP_E_EXCEPTION};
 }
 
 }  // namespace
 
-HRESULT InvokeMethod(IOrxDbObj& object, DISPID dispIdMember, WORD wFlags, DISPPARAMS* pDispParams,
-                     VARIANT* pVarResult, EXCEPINFO* pExcepInfo, UINT* puArgErr) noexcept try {
+HRESULT InvokeMethod(const DescribedClass& type, IDispatch& object, DISPID dispIdMember,
+                     WORD wFlags, DISPPARAMS* pDispParams, VARIANT* pVarResult,
+                     EXCEPINFO* pExcepInfo, UINT* puArgErr) noexcept try {
   if (pVarResult) VariantInit(pVarResult);
-  const Method* const method = FindMethod(dispIdMember);
+  const Method* const method = type.Find(dispIdMember);
   if (!method || !AsksForCall(wFlags)) return DISP_E_MEMBERNOTFOUND;
   if (!pDispParams) return E_INVALIDARG;
-  const Outcome outcome = Perform(*method, object, *pDispParams, pExcepInfo);
+  const Outcome outcome = Perform(type, *method, object, *pDispParams, pVarResult, pExcepInfo);
   if (puArgErr && outcome.index != Outcome::kNoArgument) *puArgErr = outcome.index;
   return outcome.status;
 } catch (...) {

@@ -3,7 +3,6 @@
 #include <array>
 #include <string_view>
 
-#include "interface/IOrxDbObj.h"
 #include "platform/automation/ClassObject.h"
 #include "platform/automation/ComPtr.h"
 #include "platform/automation/ErrorInfo.h"
@@ -11,15 +10,15 @@
 
 namespace orxdb {
 
-void ReportError() noexcept {
+void ReportError(const DescribedClass& type) noexcept {
   ComPtr<ICreateErrorInfo> report;
   if (FAILED(CreateErrorInfo(report.put()))) return;
-  report->SetGUID(IID_IOrxDbObj);
+  report->SetGUID(type.interfaceType.guid);
   // A host may use the component by its path, unregistered; the source is the same then.
   std::array<OLECHAR, 32> ownProgId{};
-  std::u16string_view(kOrxDbProgId).copy(ownProgId.data(), ownProgId.size() - 1);
+  std::u16string_view(type.progId).copy(ownProgId.data(), ownProgId.size() - 1);
   LPOLESTR progId = nullptr;
-  const bool registered = SUCCEEDED(ProgIDFromCLSID(CLSID_OrxDbObj, &progId));
+  const bool registered = SUCCEEDED(ProgIDFromCLSID(type.type.guid, &progId));
   report->SetSource(registered ? progId : ownProgId.data());
   CoTaskMemFree(progId);
   std::array<OLECHAR, 32> description{};

@@ -54,17 +54,17 @@ HRESULT RunGuarded(Work&& work) {
 /// Runs a method's work and reports a result other than S_OK. Without its preconditions the work is
 /// skipped, which is E_FAIL. The module state stays the caller's.
 template <Guard guard, typename Work>
-HRESULT RunReported(bool preconditions, Work&& work) {
+HRESULT RunReported(const DescribedClass& type, bool preconditions, Work&& work) {
   const HRESULT result = preconditions ? RunGuarded<guard>(work) : E_FAIL;
-  if (result != S_OK) ReportError();
+  if (result != S_OK) ReportError(type);
   return result;
 }
 
-/// The same under the component's own module state, as nearly every method runs.
+/// The same under the component's own module state, as nearly every method of `OrxDbObj` runs.
 template <Guard guard, typename Work>
 HRESULT RunMethod(bool preconditions, Work&& work) {
   const ModuleStateSwitch active(ComponentModuleState());
-  return RunReported<guard>(preconditions, work);
+  return RunReported<guard>(kOrxDbObj, preconditions, work);
 }
 
 /// What becomes of a method that lacks what it needs: the data object, its arguments, a table that

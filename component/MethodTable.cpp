@@ -45,6 +45,9 @@ constexpr Parameter In(const OLECHAR* name) {
 constexpr Parameter Out(const OLECHAR* name) {
   return {.name = name, .flags = PARAMFLAG_FOUT};
 }
+constexpr Parameter Result(const OLECHAR* name) {
+  return {.name = name, .flags = PARAMFLAG_FOUT | PARAMFLAG_FRETVAL};
+}
 constexpr Parameter OptionalIn(const OLECHAR* name, LONG defaultValue) {
   return {.name = name,
           .flags = PARAMFLAG_FIN | PARAMFLAG_FOPT | PARAMFLAG_FHASDEFAULT,
@@ -52,9 +55,9 @@ constexpr Parameter OptionalIn(const OLECHAR* name, LONG defaultValue) {
 }
 
 /// Adds the types of the method's signature to what is declared of it.
-template <auto method, typename... Args, typename... Declared>
-consteval Method MakeRow(HRESULT (IOrxDbObj::*)(Args...), DISPID id, const OLECHAR* name,
-                         Declared... declared) {
+template <auto method, typename Interface, typename... Args, typename... Declared>
+consteval Method MakeRow(HRESULT (STDMETHODCALLTYPE Interface::*)(Args...), DISPID id,
+                         const OLECHAR* name, Declared... declared) {
   static_assert(sizeof...(Declared) == sizeof...(Args) && sizeof...(Args) <= kMaxParameters);
   Method row{.id = id, .name = name, .parameterCount = sizeof...(Args)};
   [[maybe_unused]] std::size_t i = 0;
@@ -62,11 +65,12 @@ consteval Method MakeRow(HRESULT (IOrxDbObj::*)(Args...), DISPID id, const OLECH
     row.slots[i].type =
         kTypeCode<std::conditional_t<kIsReference<Args>, std::remove_pointer_t<Args>, Args>>,
     row.slots[i].byReference = kIsReference<Args>,
-    row.optionalCount += (declared.flags & PARAMFLAG_FOPT) ? 1 : 0, ++i),
+    row.optionalCount += (declared.flags & PARAMFLAG_FOPT) ? 1 : 0,
+    row.hasResult = (declared.flags & PARAMFLAG_FRETVAL) != 0, ++i),
    ...);
-  row.call = [](IOrxDbObj& object, [[maybe_unused]] void* const* places) {
+  row.call = [](IDispatch& object, [[maybe_unused]] void* const* places) {
     return [&]<std::size_t... position>(std::index_sequence<position...>) {
-      return (object.*method)(FromPlace<Args>(places[position])...);
+      return (static_cast<Interface&>(object).*method)(FromPlace<Args>(places[position])...);
     }
     (std::index_sequence_for<Args...>());
   };
@@ -78,7 +82,7 @@ consteval Method Row(DISPID id, const OLECHAR* name, Declared... declared) {
   return MakeRow<method>(method, id, name, declared...);
 }
 
-constexpr std::array kMethods = {
+constexpr std::array kDatabaseMethods = {
     Row<&IOrxDbObj::SetMdbFile>(1, u"SetMdbFile", In(u"bstrFileName")),
     Row<&IOrxDbObj::GetToolTypes>(2, u"GetToolTypes", Out(u"Types")),
     Row<&IOrxDbObj::GetFirstTool>(3, u"GetFirstTool", In(u"bstrToolTable"), Out(u"pPropNames"),
@@ -162,6 +166,13 @@ constexpr std::array kMethods = {
                                                In(u"bstrQueryName"), Out(u"pTypes")),
 };
 
+constexpr std::array kLibraryMethods = {
+    Row<&IOrxDbLibrary::ChangeNumber>(1, u"ChangeNumber", Result(u"pNumber")),
+    Row<&IOrxDbLibrary::GetFieldLimits>(2, u"GetFieldLimits", In(u"bstrToolTable"),
+                                        In(u"bstrParamName"), Out(u"plLongest"), Out(u"pbRequired"),
+                                        Out(u"pLowest"), Out(u"pHighest")),
+};
+
 constexpr bool IsSound(const Method& method) {
   bool optional = false;
   return std::ranges::all_of(method.parameters(), [&](const Parameter& parameter) {
@@ -170,50 +181,60 @@ constexpr bool IsSound(const Method& method) {
     optional = mayBeOmitted;
     return inOrder && parameter.type != VT_EMPTY &&
            (!mayBeOmitted || (parameter.type == VT_I4 && !parameter.byReference)) &&
-           (parameter.byReference || !(parameter.flags & PARAMFLAG_FOUT));
+           (parameter.byReference || !(parameter.flags & PARAMFLAG_FOUT)) &&
+           (!(parameter.flags & PARAMFLAG_FRETVAL) || &parameter == &method.parameters().back());
   });
 }
 
-static_assert(kMethods.size() == kMethodCount);
-static_assert([] {
+constexpr bool AreSound(std::span<const Method> methods) {
   DISPID id = 0;
-  return std::ranges::all_of(kMethods, [&](const Method& method) { return method.id == ++id; });
-}());
-static_assert(std::ranges::all_of(kMethods, IsSound));
+  return std::ranges::all_of(
+      methods, [&](const Method& method) { return method.id == ++id && IsSound(method); });
+}
 
-DISPID FindParameter(const Method& method, std::u16string_view name) noexcept {
-  const auto found = std::ranges::find_if(method.parameters(), [&](const Parameter& parameter) {
-    return EqualNoCase(parameter.name, name);
-  });
-  return found == method.parameters().end()
-             ? DISPID_UNKNOWN
-             : static_cast<DISPID>(found - method.parameters().begin());
+static_assert(kDatabaseMethods.size() == 41 && AreSound(kDatabaseMethods));
+static_assert(AreSound(kLibraryMethods));
+
+DISPID FindArgument(const Method& method, std::u16string_view name) noexcept {
+  const auto arguments = method.arguments();
+  const auto found = std::ranges::find_if(
+      arguments, [&](const Parameter& parameter) { return EqualNoCase(parameter.name, name); });
+  return found == arguments.end() ? DISPID_UNKNOWN : static_cast<DISPID>(found - arguments.begin());
 }
 
 }  // namespace
 
-std::span<const Method> Methods() noexcept {
-  return kMethods;
-}
+constinit const DescribedClass kOrxDbObj = {
+    .type = {CLSID_OrxDbObj, u"OrxDbObj", u"OrxDbObj Class"},
+    .interfaceType = {IID_IOrxDbObj, u"IOrxDbObj", u"IOrxDbObj Interface"},
+    .progId = kOrxDbProgId,
+    .methods = kDatabaseMethods};
 
-const Method* FindMethod(DISPID id) noexcept {
-  return id >= 1 && static_cast<std::size_t>(id) <= kMethods.size()
-             ? &kMethods[static_cast<std::size_t>(id) - 1]
+constinit const DescribedClass kOrxDbLibrary = {
+    .type = {CLSID_OrxDbLibrary, u"OrxDbLibrary", u"OrxDbLibrary Class"},
+    .interfaceType = {IID_IOrxDbLibrary, u"IOrxDbLibrary", u"IOrxDbLibrary Interface"},
+    .progId = kOrxDbLibraryProgId,
+    .methods = kLibraryMethods};
+
+const Method* DescribedClass::Find(DISPID id) const noexcept {
+  return id >= 1 && static_cast<std::size_t>(id) <= methods.size()
+             ? &methods[static_cast<std::size_t>(id) - 1]
              : nullptr;
 }
 
-const Method* FindMethod(std::u16string_view name) noexcept {
-  const auto* const found = std::ranges::find_if(
-      kMethods, [&](const Method& method) { return EqualNoCase(method.name, name); });
-  return found == kMethods.end() ? nullptr : found;
+const Method* DescribedClass::Find(std::u16string_view name) const noexcept {
+  const auto found = std::ranges::find_if(
+      methods, [&](const Method& method) { return EqualNoCase(method.name, name); });
+  return found == methods.end() ? nullptr : &*found;
 }
 
-HRESULT FindIdsOfNames(const LPOLESTR* names, UINT count, DISPID* ids) noexcept {
+HRESULT DescribedClass::FindIdsOfNames(const LPOLESTR* names, UINT count,
+                                       DISPID* ids) const noexcept {
   if (!names || !ids || count == 0) return E_INVALIDARG;
-  const Method* const method = names[0] ? FindMethod(names[0]) : nullptr;
+  const Method* const method = names[0] ? Find(std::u16string_view(names[0])) : nullptr;
   ids[0] = method ? method->id : DISPID_UNKNOWN;
   for (UINT i = 1; i < count; ++i) {
-    ids[i] = method && names[i] ? FindParameter(*method, names[i]) : DISPID_UNKNOWN;
+    ids[i] = method && names[i] ? FindArgument(*method, names[i]) : DISPID_UNKNOWN;
   }
   return std::find(ids, ids + count, DISPID_UNKNOWN) == ids + count ? S_OK : DISP_E_UNKNOWNNAME;
 }

@@ -3,7 +3,6 @@
 #include <atomic>
 
 #include "component/ClassFactory.h"
-#include "interface/IOrxDbObj.h"
 #include "platform/automation/ClassRegistration.h"
 #include "platform/framework/Library.h"
 #include "resources/RegistrationScript.h"
@@ -27,8 +26,7 @@ void ModuleLock::Unlock() noexcept {
 HRESULT DllGetClassObject(REFCLSID rclsid, REFIID riid, void** ppv) {
   if (!ppv) return E_POINTER;
   *ppv = nullptr;
-  if (rclsid != CLSID_OrxDbObj) return CLASS_E_CLASSNOTAVAILABLE;
-  return orxdb::ClassFactory::Create(riid, ppv);
+  return orxdb::ClassFactory::Create(rclsid, riid, ppv);
 }
 
 HRESULT DllCanUnloadNow() {
@@ -36,12 +34,21 @@ HRESULT DllCanUnloadNow() {
 }
 
 HRESULT DllRegisterServer() try {
-  return orxdb::RegisterClass(orxdb::kRegistrationScript,
-                              orxdb::Library::PathContaining(&orxdb::g_moduleLocks));
+  const std::string library = orxdb::Library::PathContaining(&orxdb::g_moduleLocks);
+  HRESULT status = S_OK;
+  for (const std::string_view script : orxdb::kRegistrationScripts) {
+    if (SUCCEEDED(status)) status = orxdb::RegisterClass(script, library);
+  }
+  return status;
 } catch (...) {
   return E_OUTOFMEMORY;
 }
 
 HRESULT DllUnregisterServer() {
-  return orxdb::UnregisterClass(orxdb::kRegistrationScript);
+  HRESULT status = S_OK;
+  for (const std::string_view script : orxdb::kRegistrationScripts) {
+    const HRESULT removed = orxdb::UnregisterClass(script);
+    if (SUCCEEDED(status)) status = removed;
+  }
+  return status;
 }

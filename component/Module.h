@@ -21,16 +21,17 @@ class ModuleLock {
 
 extern "C" {
 
-/// The class factory of `OrxDbObj`; CLASS_E_CLASSNOTAVAILABLE for any other class.
+/// The class factory of `OrxDbObj` or `OrxDbLibrary`; CLASS_E_CLASSNOTAVAILABLE for any other
+/// class.
 AUTOMATION_API HRESULT DllGetClassObject(REFCLSID rclsid, REFIID riid, void** ppv);
 
 /// S_OK when no object and no lock is left, else S_FALSE.
 AUTOMATION_API HRESULT DllCanUnloadNow();
 
-/// Registers the class for this library where it is; ClassRegistration.h tells the place and the
-/// statuses.
+/// Registers the classes for this library where it is; ClassRegistration.h tells the place and the
+/// statuses. Ends at the first that cannot be registered.
 AUTOMATION_API HRESULT DllRegisterServer();
 
-/// Takes the registration back, also that of another copy of this library.
+/// Takes the registrations back, also that of another copy of this library.
 AUTOMATION_API HRESULT DllUnregisterServer();
 }

@@ -3,7 +3,7 @@
 #include <cstdint>
 #include <string>
 
-#include "component/Module.h"
+#include "component/DualObject.h"
 #include "database/Glossary.h"
 #include "database/ToolDbData.h"
 #include "interface/IOrxDbObj.h"
@@ -14,27 +14,12 @@
 /// Lifetimes are deliberately simple: there is one slot for the data object. A new object fills it
 /// with a new, closed one and abandons the one that was there; the release of any object destroys
 /// what is in the slot and shuts the database engine down for all.
-class OrxDbObj final : public IOrxDbObj {
+class OrxDbObj final : public orxdb::DualObject<IOrxDbObj, orxdb::kOrxDbObj> {
  public:
-  OrxDbObj(const OrxDbObj&) = delete;
-  OrxDbObj& operator=(const OrxDbObj&) = delete;
-
   /// A new object, handed out as the interface asked for; `outer` is the aggregate's controlling
   /// object or null. E_OUTOFMEMORY for the object itself; without memory for the data object an
   /// exception leaves the call.
   static HRESULT Create(IUnknown* outer, REFIID riid, void** ppvObject);
-
-  HRESULT STDMETHODCALLTYPE QueryInterface(REFIID riid, void** ppvObject) override;
-  ULONG STDMETHODCALLTYPE AddRef() override;
-  ULONG STDMETHODCALLTYPE Release() override;
-
-  HRESULT STDMETHODCALLTYPE GetTypeInfoCount(UINT* pctinfo) override;
-  HRESULT STDMETHODCALLTYPE GetTypeInfo(UINT iTInfo, LCID lcid, ITypeInfo** ppTInfo) override;
-  HRESULT STDMETHODCALLTYPE GetIDsOfNames(REFIID riid, LPOLESTR* rgszNames, UINT cNames, LCID lcid,
-                                          DISPID* rgDispId) override;
-  HRESULT STDMETHODCALLTYPE Invoke(DISPID dispIdMember, REFIID riid, LCID lcid, WORD wFlags,
-                                   DISPPARAMS* pDispParams, VARIANT* pVarResult,
-                                   EXCEPINFO* pExcepInfo, UINT* puArgErr) override;
 
   HRESULT STDMETHODCALLTYPE SetMdbFile(BSTR bstrFileName) override;
   HRESULT STDMETHODCALLTYPE GetToolTypes(VARIANT* Types) override;
@@ -107,25 +92,9 @@ class OrxDbObj final : public IOrxDbObj {
   HRESULT STDMETHODCALLTYPE GetToolTypesByStoredQuery(BSTR bstrQueryName, VARIANT* pTypes) override;
 
  private:
-  /// The object's own references and interfaces, as the aggregate sees them.
-  class InnerUnknown final : public IUnknown {
-   public:
-    explicit InnerUnknown(OrxDbObj& object) : m_object(object) {}
-    HRESULT STDMETHODCALLTYPE QueryInterface(REFIID riid, void** ppvObject) override;
-    ULONG STDMETHODCALLTYPE AddRef() override;
-    ULONG STDMETHODCALLTYPE Release() override;
-
-   private:
-    OrxDbObj& m_object;
-    ULONG m_references = 0;
-  };
-
   explicit OrxDbObj(IUnknown* outer);
-  ~OrxDbObj();
+  ~OrxDbObj() override;
 
-  InnerUnknown m_inner;
-  IUnknown* m_outer;  ///< not counted: the aggregate outlives its parts; `m_inner` without one
-  orxdb::ModuleLock m_lock;
   std::string m_strYes;
   std::string m_strNo;
   std::uint32_t m_nSetMdbFileCalls = 0;

@@ -74,14 +74,15 @@ HRESULT OrxDbObj::GetChosenDrillFeed(DOUBLE fDiameter, VARIANT* pPropNames, VARI
 HRESULT OrxDbObj::GetFactorByTable(BSTR bstrTabName, DOUBLE fSearchValue, VARIANT* pPropNames,
                                    VARIANT* pProps1, VARIANT* pProps2) {
   // The only method that leaves the host's module state in place.
-  return orxdb::RunReported<Guard::Framework>(pPropNames && pProps1 && pProps2, [&] {
-    CDaoRecordset* table = FindDataTable(NarrowBstr(bstrTabName));
-    if (!table) return;
-    orxdb::FactorRows rows = orxdb::FactorNeighbours(*table, fSearchValue);
-    *pPropNames = rows.names.detach();
-    *pProps1 = rows.lower.detach();
-    *pProps2 = rows.upper.detach();
-  });
+  return orxdb::RunReported<Guard::Framework>(
+      orxdb::kOrxDbObj, pPropNames && pProps1 && pProps2, [&] {
+        CDaoRecordset* table = FindDataTable(NarrowBstr(bstrTabName));
+        if (!table) return;
+        orxdb::FactorRows rows = orxdb::FactorNeighbours(*table, fSearchValue);
+        *pPropNames = rows.names.detach();
+        *pProps1 = rows.lower.detach();
+        *pProps2 = rows.upper.detach();
+      });
 }
 
 HRESULT OrxDbObj::GetPrimaryOpByTable(BSTR bstrToolTable, BSTR* bstrPrimaryOp) {

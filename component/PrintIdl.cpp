@@ -40,6 +40,7 @@ std::string Declared(const Parameter& parameter) {
   std::string marks;
   for (const auto& [flag, word] : {std::pair<USHORT, std::string_view>(PARAMFLAG_FIN, "in"),
                                    {PARAMFLAG_FOUT, "out"},
+                                   {PARAMFLAG_FRETVAL, "retval"},
                                    {PARAMFLAG_FOPT, "optional"},
                                    {PARAMFLAG_FHASDEFAULT, value}}) {
     if (parameter.flags & flag) marks.append(marks.empty() ? "[" : ", ").append(word);
@@ -64,20 +65,28 @@ std::string Declared(const Method& method) {
   return text + line + ");\n";
 }
 
+std::string Declared(const DescribedClass& described) {
+  const std::string interfaceName = ToAscii(described.interfaceType.name);
+  std::string text = Attributes(described.interfaceType, "  ",
+                                "object, dual, nonextensible, pointer_default(unique), ");
+  text += "  interface " + interfaceName + " : IDispatch\n  {\n";
+  for (const Method& method : described.methods) text += Declared(method);
+  text += "  };\n\n" + Attributes(described.type, "  ", "");
+  return text + "  coclass " + ToAscii(described.type.name) + "\n  {\n    [default] interface " +
+         interfaceName + ";\n  };\n";
+}
+
 std::string TheLibrary() {
   std::string text = "import \"oaidl.idl\";\n\n";
   text += Attributes(
       kDescribedLibrary, "",
       "version(" + std::to_string(kLibraryMajor) + "." + std::to_string(kLibraryMinor) + "), ");
   text += "library " + ToAscii(kDescribedLibrary.name) + "\n{\n  importlib(\"stdole2.tlb\");\n\n";
-  text += Attributes(kDescribedInterface, "  ",
-                     "object, dual, nonextensible, pointer_default(unique), ");
-  const std::string interfaceName = ToAscii(kDescribedInterface.name);
-  text += "  interface " + interfaceName + " : IDispatch\n  {\n";
-  for (const Method& method : Methods()) text += Declared(method);
-  text += "  };\n\n" + Attributes(kDescribedClass, "  ", "");
-  return text + "  coclass " + ToAscii(kDescribedClass.name) + "\n  {\n    [default] interface " +
-         interfaceName + ";\n  };\n};\n";
+  std::string separator;
+  for (const DescribedClass* described : kDescribedClasses) {
+    text += std::exchange(separator, "\n") + Declared(*described);
+  }
+  return text + "};\n";
 }
 
 }  // namespace

@@ -1,7 +1,9 @@
 #include "component/TypeDescription.h"
 
+#include <algorithm>
 #include <memory>
 #include <string>
+#include <utility>
 
 #include "component/Dispatch.h"
 #include "component/MethodTable.h"
@@ -13,27 +15,42 @@ namespace {
 
 /// Slots of IUnknown and IDispatch before the first method.
 constexpr int kInheritedSlots = 7;
-constexpr HREFTYPE kInterface = 0;
-constexpr HREFTYPE kClass = 1;
-constexpr HREFTYPE kPartner = 2;  ///< behind the two types that the library numbers
-constexpr UINT kLibraryTypes = 2;
-
-struct TypeEntry {
-  TYPEKIND kind;
-  const DescribedType& type;
-  WORD flags;
-  std::size_t functions;
-  WORD implemented;
-};
+/// The types that the library numbers are pairs of an interface and its class; the partners of the
+/// interfaces stand behind them.
+constexpr UINT kLibraryTypes = 2 * static_cast<UINT>(kDescribedClasses.size());
+constexpr HREFTYPE kAllTypes = kLibraryTypes + static_cast<HREFTYPE>(kDescribedClasses.size());
 
 constexpr WORD kDualFlags =
     TYPEFLAG_FDUAL | TYPEFLAG_FNONEXTENSIBLE | TYPEFLAG_FOLEAUTOMATION | TYPEFLAG_FDISPATCHABLE;
 
-constexpr std::array<TypeEntry, 3> kTypes = {{
-    {TKIND_DISPATCH, kDescribedInterface, kDualFlags, kMethodCount, 0},
-    {TKIND_COCLASS, kDescribedClass, TYPEFLAG_FCANCREATE, 0, 1},
-    {TKIND_INTERFACE, kDescribedInterface, kDualFlags, kMethodCount, 0},
-}};
+/// One type of the library or a partner, by its number.
+struct TypeEntry {
+  explicit TypeEntry(HREFTYPE number)
+      : kind(number >= kLibraryTypes ? TKIND_INTERFACE
+             : number % 2 == 0       ? TKIND_DISPATCH
+                                     : TKIND_COCLASS),
+        place(number >= kLibraryTypes ? number - kLibraryTypes : number / 2),
+        described(*kDescribedClasses[place]) {}
+
+  bool isClass() const noexcept { return kind == TKIND_COCLASS; }
+  const DescribedType& type() const noexcept {
+    return isClass() ? described.type : described.interfaceType;
+  }
+  std::span<const Method> methods() const noexcept {
+    return isClass() ? std::span<const Method>() : described.methods;
+  }
+  const Method* Find(MEMBERID memid) const noexcept {
+    return isClass() ? nullptr : described.Find(memid);
+  }
+  HREFTYPE interfaceNumber() const noexcept { return 2 * place; }
+  HREFTYPE partnerNumber() const noexcept {
+    return kind == TKIND_DISPATCH ? kLibraryTypes + place : interfaceNumber();
+  }
+
+  TYPEKIND kind;
+  HREFTYPE place;  ///< of the class
+  const DescribedClass& described;
+};
 
 /// Puts new strings where they are asked for; help files and contexts there are none.
 HRESULT Document(std::u16string_view name, std::u16string_view help, BSTR* nameOut, BSTR* helpOut,
@@ -56,17 +73,20 @@ struct FunctionBlock {
   std::array<PARAMDESCEX, kMaxParameters> defaults{};
 
   FunctionBlock(const Method& method, TYPEKIND kind) {
-    for (std::size_t i = 0; i < method.parameterCount; ++i) AddParameter(method.slots[i], i);
+    const bool late = kind == TKIND_DISPATCH;
+    const auto parameters = late ? method.arguments() : method.parameters();
+    for (std::size_t i = 0; i < parameters.size(); ++i) AddParameter(parameters[i], i);
     description.memid = method.id;
     description.lprgelemdescParam = elements.data();
-    description.funckind = kind == TKIND_DISPATCH ? FUNC_DISPATCH : FUNC_PUREVIRTUAL;
+    description.funckind = late ? FUNC_DISPATCH : FUNC_PUREVIRTUAL;
     description.invkind = INVOKE_FUNC;
     description.callconv = CC_STDCALL;
-    description.cParams = static_cast<SHORT>(method.parameterCount);
+    description.cParams = static_cast<SHORT>(parameters.size());
     description.cParamsOpt = static_cast<SHORT>(method.optionalCount);
     description.oVft =
         static_cast<SHORT>((kInheritedSlots + method.id - 1) * static_cast<int>(sizeof(void*)));
-    description.elemdescFunc.tdesc.vt = kind == TKIND_DISPATCH ? VT_VOID : VT_HRESULT;
+    const VARTYPE result = method.hasResult ? method.parameters().back().type : VT_VOID;
+    description.elemdescFunc.tdesc.vt = late ? result : VARTYPE{VT_HRESULT};
   }
 
  private:
@@ -121,28 +141,28 @@ HRESULT Give(Interface* object, Interface** out, HRESULT otherwise) {
 }
 
 ITypeLib& TheLibrary();
-ITypeInfo* TypeAt(HREFTYPE index);
+ITypeInfo* TypeAt(HREFTYPE number);
 
 class TypeInformation final : public Resident<ITypeInfo> {
  public:
-  explicit TypeInformation(UINT index) : m_index(index), m_entry(kTypes[index]) {}
+  explicit TypeInformation(HREFTYPE number) : m_entry(number) {}
 
   HRESULT STDMETHODCALLTYPE GetTypeAttr(TYPEATTR** ppTypeAttr) override {
     if (!ppTypeAttr) return E_POINTER;
     *ppTypeAttr = new (std::nothrow) TYPEATTR{};
     if (!*ppTypeAttr) return E_OUTOFMEMORY;
     TYPEATTR& attributes = **ppTypeAttr;
-    attributes.guid = m_entry.type.guid;
+    attributes.guid = m_entry.type().guid;
     attributes.memidConstructor = MEMBERID_NIL;
     attributes.memidDestructor = MEMBERID_NIL;
     attributes.cbSizeInstance = sizeof(void*);
     attributes.typekind = m_entry.kind;
-    attributes.cFuncs = static_cast<WORD>(m_entry.functions);
-    attributes.cImplTypes = m_entry.implemented;
+    attributes.cFuncs = static_cast<WORD>(m_entry.methods().size());
+    attributes.cImplTypes = m_entry.isClass() ? 1 : 0;
     attributes.cbSizeVft = static_cast<WORD>(
-        m_entry.functions ? (kInheritedSlots + m_entry.functions) * sizeof(void*) : 0);
+        !m_entry.isClass() ? (kInheritedSlots + m_entry.methods().size()) * sizeof(void*) : 0);
     attributes.cbAlignment = alignof(void*);
-    attributes.wTypeFlags = m_entry.flags;
+    attributes.wTypeFlags = m_entry.isClass() ? WORD{TYPEFLAG_FCANCREATE} : kDualFlags;
     attributes.wMajorVerNum = kLibraryMajor;
     attributes.wMinorVerNum = kLibraryMinor;
     return S_OK;
@@ -154,8 +174,8 @@ class TypeInformation final : public Resident<ITypeInfo> {
   HRESULT STDMETHODCALLTYPE GetFuncDesc(UINT index, FUNCDESC** ppFuncDesc) override {
     if (!ppFuncDesc) return E_POINTER;
     *ppFuncDesc = nullptr;
-    if (index >= m_entry.functions) return TYPE_E_ELEMENTNOTFOUND;
-    auto* const block = new (std::nothrow) FunctionBlock(Methods()[index], m_entry.kind);
+    if (index >= m_entry.methods().size()) return TYPE_E_ELEMENTNOTFOUND;
+    auto* const block = new (std::nothrow) FunctionBlock(m_entry.methods()[index], m_entry.kind);
     if (!block) return E_OUTOFMEMORY;
     *ppFuncDesc = &block->description;
     return S_OK;
@@ -168,10 +188,12 @@ class TypeInformation final : public Resident<ITypeInfo> {
                                      UINT* pcNames) override try {
     if (!rgBstrNames || !pcNames) return E_POINTER;
     *pcNames = 0;
-    const Method* const method = Find(memid);
+    const Method* const method = m_entry.Find(memid);
     if (!method) return TYPE_E_ELEMENTNOTFOUND;
     std::array<Bstr, kMaxParameters + 1> names;
-    const UINT count = std::min(cMaxNames, method->parameterCount + 1);
+    const std::size_t parameters =
+        m_entry.kind == TKIND_DISPATCH ? method->arguments().size() : method->parameterCount;
+    const UINT count = std::min(cMaxNames, static_cast<UINT>(parameters) + 1);
     for (UINT i = 0; i < count; ++i) {
       names[i] = Bstr(i == 0 ? method->name : method->slots[i - 1].name);
     }
@@ -184,18 +206,18 @@ class TypeInformation final : public Resident<ITypeInfo> {
 
   HRESULT STDMETHODCALLTYPE GetIDsOfNames(LPOLESTR* rgszNames, UINT cNames,
                                           MEMBERID* pMemId) override {
-    if (m_entry.functions == 0) return DISP_E_UNKNOWNNAME;
-    return FindIdsOfNames(rgszNames, cNames, pMemId);
+    if (m_entry.isClass()) return DISP_E_UNKNOWNNAME;
+    return m_entry.described.FindIdsOfNames(rgszNames, cNames, pMemId);
   }
 
   HRESULT STDMETHODCALLTYPE GetDocumentation(MEMBERID memid, BSTR* pBstrName, BSTR* pBstrDocString,
                                              DWORD* pdwHelpContext, BSTR* pBstrHelpFile) override
       try {
     if (memid == MEMBERID_NIL) {
-      return Document(m_entry.type.name, m_entry.type.help, pBstrName, pBstrDocString,
+      return Document(m_entry.type().name, m_entry.type().help, pBstrName, pBstrDocString,
                       pdwHelpContext, pBstrHelpFile);
     }
-    const Method* const method = Find(memid);
+    const Method* const method = m_entry.Find(memid);
     if (!method) return TYPE_E_ELEMENTNOTFOUND;
     return Document(method->name, HelpOf(*method), pBstrName, pBstrDocString, pdwHelpContext,
                     pBstrHelpFile);
@@ -207,21 +229,21 @@ class TypeInformation final : public Resident<ITypeInfo> {
                                    DISPPARAMS* pDispParams, VARIANT* pVarResult,
                                    EXCEPINFO* pExcepInfo, UINT* puArgErr) override {
     if (!pvInstance) return E_INVALIDARG;
-    if (m_entry.functions == 0) return DISP_E_MEMBERNOTFOUND;
-    return InvokeMethod(*static_cast<IOrxDbObj*>(pvInstance), memid, wFlags, pDispParams,
-                        pVarResult, pExcepInfo, puArgErr);
+    if (m_entry.isClass()) return DISP_E_MEMBERNOTFOUND;
+    return InvokeMethod(m_entry.described, *static_cast<IDispatch*>(pvInstance), memid, wFlags,
+                        pDispParams, pVarResult, pExcepInfo, puArgErr);
   }
 
   HRESULT STDMETHODCALLTYPE GetRefTypeOfImplType(UINT index, HREFTYPE* pRefType) override {
     if (!pRefType) return E_POINTER;
-    const bool partner = index == static_cast<UINT>(-1) && m_entry.kind != TKIND_COCLASS;
-    if (!partner && index >= m_entry.implemented) return TYPE_E_ELEMENTNOTFOUND;
-    *pRefType = partner && m_entry.kind == TKIND_DISPATCH ? kPartner : 0;
+    const bool partner = index == static_cast<UINT>(-1) && !m_entry.isClass();
+    if (!partner && (index != 0 || !m_entry.isClass())) return TYPE_E_ELEMENTNOTFOUND;
+    *pRefType = partner ? m_entry.partnerNumber() : m_entry.interfaceNumber();
     return S_OK;
   }
   HRESULT STDMETHODCALLTYPE GetImplTypeFlags(UINT index, INT* pImplTypeFlags) override {
     if (!pImplTypeFlags) return E_POINTER;
-    if (index >= m_entry.implemented) return TYPE_E_ELEMENTNOTFOUND;
+    if (index != 0 || !m_entry.isClass()) return TYPE_E_ELEMENTNOTFOUND;
     *pImplTypeFlags = IMPLTYPEFLAG_FDEFAULT;
     return S_OK;
   }
@@ -229,7 +251,7 @@ class TypeInformation final : public Resident<ITypeInfo> {
     return Give(TypeAt(hRefType), ppTInfo, TYPE_E_ELEMENTNOTFOUND);
   }
   HRESULT STDMETHODCALLTYPE GetContainingTypeLib(ITypeLib** ppTLib, UINT* pIndex) override {
-    if (pIndex) *pIndex = m_index % kPartner;
+    if (pIndex) *pIndex = m_entry.interfaceNumber() + (m_entry.isClass() ? 1 : 0);
     return ppTLib || !pIndex ? Give(&TheLibrary(), ppTLib, S_OK) : S_OK;
   }
 
@@ -252,12 +274,7 @@ class TypeInformation final : public Resident<ITypeInfo> {
   HRESULT STDMETHODCALLTYPE GetMops(MEMBERID, BSTR*) override { return E_NOTIMPL; }
 
  private:
-  const Method* Find(MEMBERID memid) const noexcept {
-    return m_entry.functions ? FindMethod(memid) : nullptr;
-  }
-
-  UINT m_index;
-  const TypeEntry& m_entry;
+  TypeEntry m_entry;
 };
 
 class TypeLibrary final : public Resident<ITypeLib> {
@@ -269,15 +286,13 @@ class TypeLibrary final : public Resident<ITypeLib> {
   HRESULT STDMETHODCALLTYPE GetTypeInfoType(UINT index, TYPEKIND* pTKind) override {
     if (!pTKind) return E_POINTER;
     if (index >= kLibraryTypes) return TYPE_E_ELEMENTNOTFOUND;
-    *pTKind = kTypes[index].kind;
+    *pTKind = TypeEntry(index).kind;
     return S_OK;
   }
   HRESULT STDMETHODCALLTYPE GetTypeInfoOfGuid(REFGUID guid, ITypeInfo** ppTInfo) override {
-    const auto* const found =
-        std::ranges::find(kTypes, guid, [](const TypeEntry& entry) { return entry.type.guid; });
-    return Give(
-        found == kTypes.end() ? nullptr : TypeAt(static_cast<HREFTYPE>(found - kTypes.begin())),
-        ppTInfo, TYPE_E_ELEMENTNOTFOUND);
+    HREFTYPE number = 0;
+    while (number < kLibraryTypes && TypeEntry(number).type().guid != guid) ++number;
+    return Give(number < kLibraryTypes ? TypeAt(number) : nullptr, ppTInfo, TYPE_E_ELEMENTNOTFOUND);
   }
 
   HRESULT STDMETHODCALLTYPE GetLibAttr(TLIBATTR** ppTLibAttr) override {
@@ -302,8 +317,9 @@ class TypeLibrary final : public Resident<ITypeLib> {
     }
     const auto type = static_cast<UINT>(index);
     if (type >= kLibraryTypes) return TYPE_E_ELEMENTNOTFOUND;
-    return Document(kTypes[type].type.name, kTypes[type].type.help, pBstrName, pBstrDocString,
-                    pdwHelpContext, pBstrHelpFile);
+    const TypeEntry entry(type);
+    return Document(entry.type().name, entry.type().help, pBstrName, pBstrDocString, pdwHelpContext,
+                    pBstrHelpFile);
   }
 
   HRESULT STDMETHODCALLTYPE GetTypeComp(ITypeComp** ppTComp) override {
@@ -320,26 +336,30 @@ ITypeLib& TheLibrary() {
   return library;
 }
 
-ITypeInfo* TypeAt(HREFTYPE index) {
-  static std::array<TypeInformation, kTypes.size()> types{TypeInformation(0), TypeInformation(1),
-                                                          TypeInformation(2)};
-  return index < types.size() ? &types[index] : nullptr;
+ITypeInfo* TypeAt(HREFTYPE number) {
+  static auto types = []<HREFTYPE... each>(std::integer_sequence<HREFTYPE, each...>) {
+    return std::array<TypeInformation, sizeof...(each)>{TypeInformation(each)...};
+  }
+  (std::make_integer_sequence<HREFTYPE, kAllTypes>());
+  return number < types.size() ? &types[number] : nullptr;
 }
 
-ITypeInfo* Referred(HREFTYPE index) {
-  ITypeInfo* const description = TypeAt(index);
+/// The interface of a described class or, `behind` it, the class.
+ITypeInfo* Referred(const DescribedClass& described, HREFTYPE behind) {
+  const auto place = std::ranges::find(kDescribedClasses, &described) - kDescribedClasses.begin();
+  ITypeInfo* const description = TypeAt(2 * static_cast<HREFTYPE>(place) + behind);
   description->AddRef();
   return description;
 }
 
 }  // namespace
 
-ITypeInfo* DescribeInterface() noexcept {
-  return Referred(kInterface);
+ITypeInfo* DescribeInterface(const DescribedClass& described) noexcept {
+  return Referred(described, 0);
 }
 
-ITypeInfo* DescribeClass() noexcept {
-  return Referred(kClass);
+ITypeInfo* DescribeClass(const DescribedClass& described) noexcept {
+  return Referred(described, 1);
 }
 
 }  // namespace orxdb

@@ -22,6 +22,11 @@ CDaoRecordset& CToolTableInfo::ToolSet() const {
   return *m_pToolSet;
 }
 
+bool CToolTableInfo::IsLookupField(const CDaoFieldInfo& field) const noexcept {
+  return !field.m_strSourceTable.empty() && field.m_strSourceTable != m_strTableName &&
+         !field.m_strSourceField.empty();
+}
+
 void CToolTableInfo::OpenCursor(CDaoDatabase& database, const std::string& queryName) {
   m_pToolQuery = std::make_shared<CDaoQueryDef>(&database);
   m_pToolQuery->Open(queryName);

@@ -23,6 +23,8 @@ class CToolTableInfo {
   /// The tool recordset. Raises when there is none: a catalogue that loaded in part only has
   /// entries without one.
   CDaoRecordset& ToolSet() const;
+  /// Whether the table's query shows the field from another table.
+  bool IsLookupField(const CDaoFieldInfo& field) const noexcept;
 
   /// Opens the query and the recordset over the stored query of that name. After a failure the
   /// query is there but not open, or the recordset is missing or not open.

@@ -63,11 +63,6 @@ BSTR TextOf(const VARIANT& value) {
   return value.vt == VT_BSTR ? value.bstrVal : nullptr;
 }
 
-bool IsLookupField(const CDaoFieldInfo& field, const CToolTableInfo& table) {
-  return !field.m_strSourceTable.empty() && field.m_strSourceTable != table.m_strTableName &&
-         !field.m_strSourceField.empty();
-}
-
 /// What a lookup makes of a text that no record has.
 enum class LookupMiss {
   KeepText,
@@ -130,7 +125,7 @@ HRESULT AddTool(CDaoDatabase& database, const CToolTableInfo& table, const VARIA
     }
     if (IsNoValue(value.get())) continue;
     tools.GetFieldInfo(name, field, AFX_DAO_SECONDARY_INFO);
-    if (IsLookupField(field, table)) ResolveLookup(database, field, LookupMiss::KeepText, value);
+    if (table.IsLookupField(field)) ResolveLookup(database, field, LookupMiss::KeepText, value);
     WriteField(record, name, value);
   }
   record.Update();
@@ -157,7 +152,7 @@ HRESULT ChangeTool(CDaoDatabase& database, const CToolTableInfo& table, LONG id,
     if (IsUnwrittenField(table.m_strTableName, name)) continue;
     Variant value = pairs.Value(i);
     tools.GetFieldInfo(name, field, AFX_DAO_ALL_INFO);
-    if (IsLookupField(field, table) && !IsNoValue(value.get())) {
+    if (table.IsLookupField(field) && !IsNoValue(value.get())) {
       ResolveLookup(database, field, LookupMiss::Raise, value);
     }
     WriteField(record, name, value);

@@ -54,7 +54,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   };
   while (used < size) {
     const DISPID id = below(20) ? 1 + below(41) : below(100) - 30;
-    const orxdb::Method* const method = orxdb::FindMethod(id);
+    const orxdb::Method* const method = orxdb::kOrxDbObj.Find(id);
     const auto parameters = method ? method->parameters() : std::span<const orxdb::Parameter>();
     const int count = !method || !below(8) ? below(7) : static_cast<int>(parameters.size());
     std::vector<DISPID> names(below(5) ? 0 : static_cast<std::size_t>(below(7)));

@@ -35,10 +35,7 @@ Variant PermissibleValues(CDaoDatabase& database, const CToolTableInfo& table,
   table.ToolSet().GetFieldInfo(property, field, AFX_DAO_SECONDARY_INFO);
   const std::string& source = field.m_strSourceTable;
   const std::string column = "[" + field.m_strSourceField + "]";
-  if (source.empty() || field.m_strSourceField.empty() || source == table.m_strTableName ||
-      IsTapOperationField(property)) {
-    return {};
-  }
+  if (!table.IsLookupField(field) || IsTapOperationField(property)) return {};
   const bool headsOfTap =
       tapDiameter > 0 && property == "TappingHead" && IsTapTable(table.m_strTableName);
   std::string sql = "SELECT " + column + " FROM ";

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <charconv>
 #include <cstddef>
+#include <limits>
 #include <string>
 
 #include "platform/automation/Ascii.h"
@@ -19,6 +20,10 @@ constexpr VARTYPE kBytes = VT_ARRAY | VT_UI1;
 void ReadComputed(const Field& field, const CellView& cell, VARIANT& value) {
   ComputedType(cell).read(field, cell, value);
 }
+
+template <typename Number>
+constexpr NumberRange kRangeOf = {std::numeric_limits<Number>::lowest(),
+                                  std::numeric_limits<Number>::max()};
 
 constexpr FieldType kTypes[] = {
     // A computed column has no type: each value is read as one of the type that fits it.
@@ -37,6 +42,7 @@ constexpr FieldType kTypes[] = {
      .name = "BYTE",
      .synonyms = {"tinyint"},
      .size = 1,
+     .range = kRangeOf<BYTE>,
      .read = &Read<VT_UI1, &VARIANT::bVal, WholeOf<BYTE>>,
      .store = &Store<VT_UI1, &VARIANT::bVal, WholeToStore>},
     {.code = dbInteger,
@@ -45,6 +51,7 @@ constexpr FieldType kTypes[] = {
      .name = "SHORT",
      .synonyms = {"smallint"},
      .size = 2,
+     .range = kRangeOf<SHORT>,
      .read = &Read<VT_I2, &VARIANT::iVal, WholeOf<SHORT>>,
      .store = &Store<VT_I2, &VARIANT::iVal, WholeToStore>},
     {.code = dbLong,
@@ -53,6 +60,7 @@ constexpr FieldType kTypes[] = {
      .name = "LONG",
      .synonyms = {"integer", "int", "counter"},
      .size = 4,
+     .range = kRangeOf<LONG>,
      .read = &Read<VT_I4, &VARIANT::lVal, WholeOf<LONG>>,
      .store = &Store<VT_I4, &VARIANT::lVal, WholeToStore>},
     {.code = dbCurrency,
@@ -61,6 +69,8 @@ constexpr FieldType kTypes[] = {
      .name = "CURRENCY",
      .synonyms = {"money"},
      .size = 8,
+     .range =
+         NumberRange{-922337203685477, 922337203685477},  // and some cents, which no double has
      .comparable = false,
      .read = &Read<VT_CY, &VARIANT::cyVal, CurrencyOf>,
      .store = &Store<VT_CY, &VARIANT::cyVal, CurrencyToStore>},
@@ -69,6 +79,7 @@ constexpr FieldType kTypes[] = {
      .kind = ValueKind::Number,
      .name = "SINGLE",
      .size = 4,
+     .range = kRangeOf<FLOAT>,
      .read = &Read<VT_R4, &VARIANT::fltVal, SingleOf>,
      .store = &Store<VT_R4, &VARIANT::fltVal, SingleToStore>},
     {.code = dbDouble,

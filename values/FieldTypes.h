@@ -2,6 +2,7 @@
 #pragma once
 
 #include <array>
+#include <optional>
 #include <string_view>
 
 #include "platform/automation/Types.h"
@@ -15,6 +16,12 @@ enum class ValueKind { Unknown, Text, Number, Money, Flag, Date, Condition };
 
 struct Field;
 
+/// The bounds of a type's numbers.
+struct NumberRange {
+  double lowest;
+  double highest;
+};
+
 /// One type of fields.
 struct FieldType {
   short code = 0;  ///< a `DaoFieldType`; 0 for computed columns, whose values tell their own
@@ -23,6 +30,7 @@ struct FieldType {
   std::string_view name = {};                     ///< in declarations; empty where there is none
   std::array<std::string_view, 5> synonyms = {};  ///< other names, in small letters
   long size = 0;                                  ///< bytes of a value; 0 where they vary
+  std::optional<NumberRange> range = {};  ///< nothing where a double holds no number beyond it
   bool comparable = true;  ///< whether an import compares such fields with the tools already there
 
   /// Turns a stored value, not null, into the automation value and puts it into `value`, which must

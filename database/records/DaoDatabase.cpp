@@ -25,6 +25,10 @@ bool CDaoDatabase::CanTransact() const {
   return true;
 }
 
+double CDaoDatabase::ChangeNumber() const {
+  return static_cast<double>(GetConnection()->Stamp().others);
+}
+
 void CDaoDatabase::Close() noexcept {
   if (m_connection) m_connection->Close();
   m_connection.reset();

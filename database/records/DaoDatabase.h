@@ -25,6 +25,9 @@ class CDaoDatabase {
   bool IsOpen() const noexcept;
   /// Whether the open database supports transactions.
   bool CanTransact() const;
+  /// A number that changes with every commit, by this connection or any other; it may change
+  /// without one.
+  double ChangeNumber() const;
   /// Closes the file; recordsets still open on it raise from then on. Closing twice is harmless.
   void Close() noexcept;
 
