@@ -14,7 +14,7 @@
 //   leaves the out-parameters as they were.
 // - What comes out belongs to the caller, who frees it with SysFreeString and VariantClear. What
 //   was in an out-parameter is overwritten, not released.
-// - Names of tables and fields are those of IOrxDbObj, letter case included.
+// - Names of tables and fields are those of IOrxDbObj.
 #pragma once
 
 #include "platform/automation/Unknown.h"

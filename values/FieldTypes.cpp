@@ -69,8 +69,6 @@ constexpr FieldType kTypes[] = {
      .name = "CURRENCY",
      .synonyms = {"money"},
      .size = 8,
-     .range =
-         NumberRange{-922337203685477, 922337203685477},  // and some cents, which no double has
      .comparable = false,
      .read = &Read<VT_CY, &VARIANT::cyVal, CurrencyOf>,
      .store = &Store<VT_CY, &VARIANT::cyVal, CurrencyToStore>},

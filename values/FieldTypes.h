@@ -30,7 +30,7 @@ struct FieldType {
   std::string_view name = {};                     ///< in declarations; empty where there is none
   std::array<std::string_view, 5> synonyms = {};  ///< other names, in small letters
   long size = 0;                                  ///< bytes of a value; 0 where they vary
-  std::optional<NumberRange> range = {};  ///< nothing where a double holds no number beyond it
+  std::optional<NumberRange> range = {};          ///< nothing where no real number comes near
   bool comparable = true;  ///< whether an import compares such fields with the tools already there
 
   /// Turns a stored value, not null, into the automation value and puts it into `value`, which must

@@ -15,6 +15,7 @@
 #include <utility>
 #include <vector>
 
+#include "interface/IOrxDbLibrary.h"
 #include "interface/IOrxDbObj.h"
 #include "platform/automation/ComPtr.h"
 #include "platform/automation/Variant.h"
@@ -26,6 +27,7 @@
 namespace orxdb::test {
 
 using Db = IOrxDbObj;
+using Lib = IOrxDbLibrary;
 
 /// The SQL of a file beside this one, by its name without ".sql".
 std::string Script(const std::string& name);
@@ -80,8 +82,9 @@ std::string Show(const VARIANT& value);
 /// there is none.
 std::string TakeError();
 
-/// The error information of a failing method of the (registered) class.
+/// The error information of failing methods of the (registered) classes.
 inline constexpr const char* kReportedError = "ORXDB.OrxDbObj.1: ORX DB Error";
+inline constexpr const char* kReportedLibraryError = "ORXDB.OrxDbLibrary.1: ORX DB Error";
 
 /// Whether a library is in the process.
 bool IsLoaded(const std::filesystem::path& library);
@@ -111,6 +114,7 @@ T* Place(Variant& result) {
     const bool text = std::is_same_v<T, BSTR>;
     result = text ? Variant::FromBstr({}) : Variant::FromI4(-99);
     if (sizeof(T) == sizeof(SHORT)) result.ptr()->vt = VT_I2;
+    if (std::is_same_v<T, DOUBLE>) result = Variant::FromR8(-99);
     return reinterpret_cast<T*>(&result.ptr()->llVal);
   }
 }
@@ -121,8 +125,14 @@ class ComponentTest : public LeakBalance {
   /// Releases the object and shows that every string and array has been freed.
   void TearDown() override;
 
-  static ComPtr<IClassFactory> Factory();
-  static ComPtr<IOrxDbObj> NewObject();
+  static ComPtr<IClassFactory> Factory(REFCLSID clsid = CLSID_OrxDbObj);
+  static ComPtr<IOrxDbObj> NewObject() { return NewObject<IOrxDbObj>(CLSID_OrxDbObj); }
+  template <typename Interface>
+  static ComPtr<Interface> NewObject(REFCLSID clsid) {
+    ComPtr<Interface> object;
+    EXPECT_EQ(Factory(clsid)->CreateInstance(nullptr, Interface::iid, object.putVoid()), S_OK);
+    return object;
+  }
 
   /// A new object on a new database.
   void OpenSeeded(const std::string& more = {});
@@ -135,13 +145,26 @@ class ComponentTest : public LeakBalance {
   /// others is shown, parted by "/"; "fails" stands for a failure with its report.
   template <typename... Parameters, typename... Given>
   std::string Gives(HRESULT (STDMETHODCALLTYPE Db::*method)(Parameters...), const Given&... given) {
+    return Gives(*m_db, kReportedError, method, given...);
+  }
+  template <typename... Parameters, typename... Given>
+  std::string Gives(HRESULT (STDMETHODCALLTYPE Lib::*method)(Parameters...),
+                    const Given&... given) {
+    const auto library = NewObject<Lib>(CLSID_OrxDbLibrary);
+    return Gives(*library, kReportedLibraryError, method, given...);
+  }
+  template <typename Interface, typename... Parameters, typename... Given>
+  static std::string Gives(Interface& object, const char* error,
+                           HRESULT (STDMETHODCALLTYPE Interface::*method)(Parameters...),
+                           const Given&... given) {
     using All = std::tuple<Parameters...>;
     return [&]<std::size_t... in, std::size_t... out>(std::index_sequence<in...>,
                                                       std::index_sequence<out...>) {
       const std::tuple arguments{Argument<std::tuple_element_t<in, All>>(given)...};
       std::array<Variant, sizeof...(out)> results{};
       TakeError();
-      return Told((m_db.get()->*method)(
+      return Told(error,
+                  (object.*method)(
                       Passed(std::get<in>(arguments))...,
                       Place<std::remove_pointer_t<std::tuple_element_t<sizeof...(in) + out, All>>>(
                           results[out])...),
@@ -180,7 +203,7 @@ class ComponentTest : public LeakBalance {
   LONG m_id = -1;  ///< of the last tool added
 
  private:
-  static std::string Told(HRESULT status, std::span<const Variant> results);
+  static std::string Told(const char* error, HRESULT status, std::span<const Variant> results);
   Record ToRecord(const Variant& names, const Variant& values);
 };
 

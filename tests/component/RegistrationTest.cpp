@@ -38,6 +38,16 @@ class RegistrationTest : public ComponentTest {
   Library m_library = Library::Load(ORXDB_LIBRARY);
 };
 
+TEST_F(RegistrationTest, HostsFindTheSecondClassByBothNames) {
+  for (const OLECHAR* name : {kOrxDbLibraryProgId, kOrxDbLibraryVersionIndependentProgId}) {
+    ComPtr<IOrxDbLibrary> object;
+    CLSID clsid{};
+    EXPECT_EQ(CLSIDFromProgID(name, &clsid), S_OK);
+    EXPECT_EQ(CoCreateInstance(clsid, nullptr, CLSCTX_ALL, IID_IOrxDbLibrary, object.putVoid()),
+              S_OK);
+  }
+}
+
 // What others put there stays, another file of the class goes, readers see whole files only.
 TEST_F(RegistrationTest, RepeatingChangesNothingAndOthersStay) {
   const std::string own = Contents(m_classFile);
@@ -47,7 +57,9 @@ TEST_F(RegistrationTest, RepeatingChangesNothingAndOthersStay) {
   const std::map<std::string, std::string> without = {{"other.class", other}, {"notes.txt", own}};
   for (const auto& [name, text] : without) std::ofstream(m_classes / name) << text;
   auto with = without;
-  with[m_classFile.filename()] = own;
+  for (const fs::path& path : {m_classFile, m_classes / "ORXDB.OrxDbLibrary.1.class"}) {
+    with[path.filename()] = Contents(path);
+  }
   std::thread writer([this] {
     for (int i = 0; i < 20; ++i) EXPECT_EQ(Register(), S_OK);
   });
@@ -112,7 +124,10 @@ TEST_F(RegistrationTest, LibraryGoesWithItsLastObjectAndComesAgain) {
   ASSERT_EQ(factory->LockServer(1), S_OK);
   factory.reset();
   EXPECT_TRUE(isLoaded()) << "a lock is held";
+  auto library = NewObject<IOrxDbLibrary>(CLSID_OrxDbLibrary);
   ASSERT_EQ(Factory()->LockServer(0), S_OK);
+  EXPECT_TRUE(isLoaded()) << "an object of the other class lives";
+  library.reset();
   for (int round = 0; round < 3; ++round) {
     ASSERT_FALSE(isLoaded());
     OpenSeeded();

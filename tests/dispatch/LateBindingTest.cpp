@@ -229,6 +229,30 @@ TEST_F(LateBindingTest, PassesArraysAndBookmarks) {
   EXPECT_EQ(Next("TAP")["Name"], "M10");
 }
 
+TEST_F(LateBindingTest, GivesAMethodsResultBack) {
+  const auto library = NewObject<Lib>(CLSID_OrxDbLibrary);
+  const auto call = [&](DISPID id, std::vector<VARIANT> reversed, VARIANT* result) {
+    DISPPARAMS params{reversed.data(), nullptr, static_cast<UINT>(reversed.size()), 0};
+    return library->Invoke(id, IID_NULL, 0, 3, &params, result, nullptr, nullptr);
+  };
+  Variant number = Variant::FromI4(7);
+  EXPECT_EQ(call(1, {}, number.ptr()), DISP_E_EXCEPTION);
+  EXPECT_EQ(TakeError(), kReportedLibraryError);
+  EXPECT_TRUE(number.empty());
+  OpenSeeded();
+  EXPECT_EQ(call(1, {}, nullptr), S_OK);
+  EXPECT_EQ(call(1, {}, number.ptr()), S_OK);
+  EXPECT_EQ(number.type(), VT_R8);
+  EXPECT_EQ(Show(number.get()), Gives(&Lib::ChangeNumber));
+  DOUBLE place = 0;
+  EXPECT_EQ(call(1, {Reference(VT_R8, &place)}, number.ptr()), DISP_E_BADPARAMCOUNT);
+  std::u16string names[] = {u"changenumber", u"pNumber"};
+  LPOLESTR pointers[] = {names[0].data(), names[1].data()};
+  DISPID ids[2];
+  EXPECT_EQ(library->GetIDsOfNames(IID_NULL, pointers, 2, 0, ids), DISP_E_UNKNOWNNAME);
+  EXPECT_THAT(ids, testing::ElementsAre(1, DISPID_UNKNOWN));
+}
+
 TEST_F(LateBindingTest, FailingMethodsAreExceptionsWithTheErrorReport) {
   Variant names;
   Variant values;

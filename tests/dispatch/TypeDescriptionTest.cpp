@@ -47,73 +47,107 @@ class TypeDescriptionTest : public ComponentTest {
     return referred;
   }
 
-  ComPtr<ITypeInfo> m_type;
-  ComPtr<ITypeLib> m_library;
-};
-
-TEST_F(TypeDescriptionTest, SaysWhatTheInterfaceDeclares) {
-  // In, out, neither; optional with a default: what the declarations cannot say, method by method.
-  std::istringstream directions(
-      "i o ioo io iii iiio iiii iiio io ioi=-1 io iio ii iioo iio oo o iiioo ioo iiooo . ioo io "
-      "ioo -- ioo iii ii iio iiioo io iioo io io ii io iiiioo iiioo io ---- io");
-  const ComPtr<ITypeInfo> early = Referred(*m_type);
-  std::istringstream header(Contents(ORXDB_INTERFACE));
-  UINT index = 0;
-  for (std::string declared; header >> declared;) {
-    if (declared != "STDMETHODCALLTYPE") continue;
-    std::getline(header, declared, ')');
-    std::erase_if(declared, [](char c) { return std::isspace(c); });
+  /// A method as its declaration and the directions of its parameters.
+  static std::pair<std::string, std::string> Described(ITypeInfo& early, UINT index) {
     FUNCDESC* function = nullptr;
-    ASSERT_EQ(early->GetFuncDesc(index++, &function), S_OK);
+    EXPECT_EQ(early.GetFuncDesc(index, &function), S_OK);
     std::vector<BSTR> names(8);
     UINT count = 0;
-    EXPECT_EQ(early->GetNames(function->memid, names.data(), 8, &count), S_OK);
+    EXPECT_EQ(early.GetNames(function->memid, names.data(), 8, &count), S_OK);
     EXPECT_EQ(count, static_cast<UINT>(function->cParams) + 1);
-    EXPECT_EQ(Document(*early, function->memid),
-              NarrowBstr(names[0]) + ": method " + NarrowBstr(names[0]));
+    std::string text = NarrowBstr(names[0]);
+    EXPECT_EQ(Document(early, function->memid), text + ": method " + text);
     EXPECT_EQ(function->elemdescFunc.tdesc.vt, VT_HRESULT);
     // Behind the seven methods that are inherited.
-    EXPECT_EQ(function->oVft, static_cast<SHORT>((6 + index) * sizeof(void*)));
-    EXPECT_EQ(function->cParamsOpt, function->memid == 10 ? 1 : 0);
-    std::string text = NarrowBstr(names[0]) + "(";
+    EXPECT_EQ(function->oVft, static_cast<SHORT>((7 + index) * sizeof(void*)));
+    EXPECT_EQ(function->cParamsOpt, text == "VariantToUIString" ? 1 : 0);
     std::string marks;
+    text += "(";
     for (UINT i = 1; i < count; ++i) {
       const ELEMDESC& element = function->lprgelemdescParam[i - 1];
       const auto& [extra, flags] = element.paramdesc;
       text += (i > 1 ? "," : "") + TypeName(element.tdesc) + NarrowBstr(names[i]);
-      marks += flags & PARAMFLAG_FIN ? 'i' : flags & PARAMFLAG_FOUT ? 'o' : '-';
+      const char out = flags & PARAMFLAG_FRETVAL ? 'r' : 'o';
+      marks += flags & PARAMFLAG_FIN ? 'i' : flags & PARAMFLAG_FOUT ? out : '-';
       if (flags & PARAMFLAG_FOPT) marks += "=" + std::to_string(extra->varDefaultValue.lVal);
     }
     for (const BSTR name : names) SysFreeString(name);
-    early->ReleaseFuncDesc(function);
-    std::string expected;
-    directions >> expected;
-    EXPECT_EQ(marks.empty() ? "." : marks, expected) << text;
-    EXPECT_EQ(text, declared);
+    early.ReleaseFuncDesc(function);
+    return {text, marks.empty() ? "." : marks};
   }
-  EXPECT_EQ(index, 41u);
-  EXPECT_EQ(Document(*early, MEMBERID_NIL), "IOrxDbObj: IOrxDbObj Interface");
-  EXPECT_EQ(Document(*m_library, 1), "OrxDbObj: OrxDbObj Class");
+  /// What a method gives back to late-bound hosts: never one of its parameters.
+  static std::string ShownLate(ITypeInfo& late, UINT index) {
+    FUNCDESC* function = nullptr;
+    EXPECT_EQ(late.GetFuncDesc(index, &function), S_OK);
+    for (SHORT i = 0; i < function->cParams; ++i) {
+      EXPECT_FALSE(function->lprgelemdescParam[i].paramdesc.wParamFlags & PARAMFLAG_FRETVAL);
+    }
+    const TYPEDESC result = function->elemdescFunc.tdesc;
+    late.ReleaseFuncDesc(function);
+    return result.vt == VT_VOID ? "nothing" : TypeName(result);
+  }
+
+  ComPtr<ITypeInfo> m_type;
+  ComPtr<ITypeLib> m_library;
+};
+
+TEST_F(TypeDescriptionTest, SaysWhatTheInterfacesDeclare) {
+  // In, out, result, neither; optional with a default: what the declarations cannot say, method by
+  // method.
+  std::istringstream directions(
+      "i o ioo io iii iiio iiii iiio io ioi=-1 io iio ii iioo iio oo o iiioo ioo iiooo . ioo io "
+      "ioo -- ioo iii ii iio iiioo io iioo io io ii io iiiioo iiioo io ---- io "
+      "r iioooo");
+  for (const auto& [name, place] : {std::pair(std::string("OrxDbObj"), 0u), {"OrxDbLibrary", 2}}) {
+    ComPtr<ITypeInfo> late;
+    ASSERT_EQ(m_library->GetTypeInfo(place, late.put()), S_OK);
+    const ComPtr<ITypeInfo> early = Referred(*late);
+    std::istringstream header(Contents(ORXDB_INTERFACES "I" + name + ".h"));
+    UINT index = 0;
+    for (std::string declared; header >> declared;) {
+      if (declared != "STDMETHODCALLTYPE") continue;
+      std::getline(header, declared, ')');
+      std::erase_if(declared, [](char c) { return std::isspace(c); });
+      std::string expected;
+      directions >> expected;
+      EXPECT_EQ(Described(*early, index), std::pair(declared, expected));
+      EXPECT_EQ(ShownLate(*late, index++), expected.ends_with('r') ? "DOUBLE" : "nothing");
+    }
+    FUNCDESC* function = nullptr;
+    EXPECT_EQ(late->GetFuncDesc(index, &function), TYPE_E_ELEMENTNOTFOUND);
+    EXPECT_EQ(Document(*early, MEMBERID_NIL), "I" + name + ": I" + name + " Interface");
+    EXPECT_EQ(Document(*m_library, static_cast<INT>(place + 1)), name + ": " + name + " Class");
+  }
   EXPECT_EQ(Document(*m_library, -1), "ORXDBLib: ORXDB 1.0 Type Library");
 }
 
 TEST_F(TypeDescriptionTest, LeadsFromTypeToType) {
-  TYPEATTR* attributes = nullptr;
-  ComPtr<ITypeInfo> found = Referred(*m_type);
-  EXPECT_EQ(found->GetTypeAttr(&attributes), S_OK);
-  EXPECT_EQ(attributes->guid, IID_IOrxDbObj);
-  EXPECT_EQ(attributes->typekind, TKIND_INTERFACE);
-  EXPECT_EQ(attributes->wTypeFlags & TYPEFLAG_FDUAL, TYPEFLAG_FDUAL);
-  found->ReleaseTypeAttr(attributes);
-  EXPECT_EQ(Referred(*found).get(), m_type.get());
-  EXPECT_EQ(m_library->GetTypeInfoOfGuid(CLSID_OrxDbObj, found.put()), S_OK);
-  INT flags = 0;
-  EXPECT_EQ(found->GetImplTypeFlags(0, &flags), S_OK);
-  EXPECT_EQ(flags, IMPLTYPEFLAG_FDEFAULT);
-  EXPECT_EQ(Referred(*found, 0).get(), m_type.get());
-  FUNCDESC* function = nullptr;
-  EXPECT_EQ(m_type->GetFuncDesc(41, &function), TYPE_E_ELEMENTNOTFOUND);
-  EXPECT_EQ(m_library->GetTypeInfo(2, found.put()), TYPE_E_ELEMENTNOTFOUND);
+  for (const auto& [iid, clsid, place] : {std::tuple(IID_IOrxDbObj, CLSID_OrxDbObj, 0u),
+                                          {IID_IOrxDbLibrary, CLSID_OrxDbLibrary, 2}}) {
+    TYPEATTR* attributes = nullptr;
+    ComPtr<ITypeInfo> late;
+    ASSERT_EQ(m_library->GetTypeInfoOfGuid(iid, late.put()), S_OK);
+    ComPtr<ITypeInfo> found = Referred(*late);
+    EXPECT_EQ(found->GetTypeAttr(&attributes), S_OK);
+    EXPECT_EQ(attributes->guid, iid);
+    EXPECT_EQ(attributes->typekind, TKIND_INTERFACE);
+    EXPECT_EQ(attributes->wTypeFlags & TYPEFLAG_FDUAL, TYPEFLAG_FDUAL);
+    found->ReleaseTypeAttr(attributes);
+    EXPECT_EQ(Referred(*found).get(), late.get());
+    for (const GUID& guid : {iid, clsid}) {
+      ComPtr<ITypeLib> library;
+      UINT index = 99;
+      EXPECT_EQ(m_library->GetTypeInfoOfGuid(guid, found.put()), S_OK);
+      EXPECT_EQ(found->GetContainingTypeLib(library.put(), &index), S_OK);
+      EXPECT_EQ(index, guid == iid ? place : place + 1);
+    }
+    INT flags = 0;
+    EXPECT_EQ(found->GetImplTypeFlags(0, &flags), S_OK);
+    EXPECT_EQ(flags, IMPLTYPEFLAG_FDEFAULT);
+    EXPECT_EQ(Referred(*found, 0).get(), late.get());
+  }
+  ComPtr<ITypeInfo> none;
+  EXPECT_EQ(m_library->GetTypeInfo(4, none.put()), TYPE_E_ELEMENTNOTFOUND);
 }
 
 TEST_F(TypeDescriptionTest, ObjectsAreMadeWithTheInterfacesAskedFor) {

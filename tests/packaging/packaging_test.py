@@ -129,7 +129,7 @@ class Packaging(unittest.TestCase):
             output = self.ok("env", "-C", library.parent, program, *options, library.name, **here)
             self.assertEqual(output, f"{verb} {library} in {classes}.\n")
             named = [f"Library = {library}\n" in path.read_text() for path in classes.iterdir()]
-            self.assertEqual(named, [] if options else [True])
+            self.assertEqual(named, [] if options else [True, True])
         (self.folder / "text.so").write_text("no library")
         for arguments, variables, expected, words in (
                 ([], here, 2, "LIBRARY is required"), (["--wrong", library], here, 2, "--wrong"),
@@ -147,9 +147,12 @@ class Packaging(unittest.TestCase):
         package, = (self.folder / "pack").glob("orxdb_*.deb")
         self.ok("dpkg-deb", "-x", package, self.folder / "root")
         self.assertIn("libsqlite3-0", self.ok("dpkg-deb", "-f", package, "Depends"))
-        class_file, = (self.folder / "root/usr/share/automation/classes.d").iterdir()
-        library, = re.findall("^Library = (/usr/lib.*)", class_file.read_text(), re.MULTILINE)
-        self.assertTrue((self.folder / "root" / library[1:]).is_file())
+        class_files = sorted((self.folder / "root/usr/share/automation/classes.d").iterdir())
+        self.assertEqual([path.name for path in class_files],
+                         ["ORXDB.OrxDbLibrary.1.class", "ORXDB.OrxDbObj.1.class"])
+        for class_file in class_files:
+            library, = re.findall("^Library = (/usr/lib.*)", class_file.read_text(), re.MULTILINE)
+            self.assertTrue((self.folder / "root" / library[1:]).is_file())
         self.assertFalse(list((self.folder / "root").rglob("*LangExt*")))
 
     def test_readme_quotes_the_examples(self):
