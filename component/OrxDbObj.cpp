@@ -16,13 +16,16 @@ using orxdb::ModuleStateSwitch;
 
 namespace {
 
-/// Takes the data object out of its slot and leaves it to itself, its open database included. It
-/// is not destroyed, for another object may be in the middle of a call on it; being listed here it
-/// does not count as lost memory either.
+/// Takes the data object out of its slot and leaves it to itself, its open database included; a
+/// group of changes, which nobody could end any more, is cancelled. The object is not destroyed,
+/// for another one may be in the middle of a call on it; being listed here it does not count as
+/// lost memory either.
 void AbandonToolDbData() {
   if (!g_pToolDbData) return;
   static auto& abandoned = *new std::vector<CToolDbData*>;
   abandoned.push_back(g_pToolDbData);
+  CDaoDatabase& database = g_pToolDbData->Database();
+  if (database.IsChanging()) database.CancelChanges();
   g_pToolDbData = nullptr;
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <vector>
 
 namespace orxdb {
@@ -12,12 +13,15 @@ struct Change {
   bool adding;  ///< a record is added; no other one is touched, unless by a trigger
 };
 
-/// Whoever has to look at the database before it is changed through the connection.
+/// Whoever has to look at the database before it is changed through the connection, and when
+/// changes have been taken back.
 class ChangeListener {
  public:
   ChangeListener(const ChangeListener&) = delete;
   ChangeListener& operator=(const ChangeListener&) = delete;
   virtual void BeforeChange(const Change& change) = 0;
+  /// The group of changes of that number is over, and nothing of it was stored.
+  virtual void AfterCancel(std::int64_t group) noexcept = 0;
 
  protected:
   ChangeListener() = default;
@@ -31,6 +35,9 @@ class ChangeListeners {
   void Remove(ChangeListener& listener) noexcept { std::erase(m_listeners, &listener); }
   void Tell(const Change& change) const {
     for (ChangeListener* listener : m_listeners) listener->BeforeChange(change);
+  }
+  void TellCancelled(std::int64_t group) const noexcept {
+    for (ChangeListener* listener : m_listeners) listener->AfterCancel(group);
   }
 
  private:

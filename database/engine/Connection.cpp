@@ -56,6 +56,7 @@ void Connection::Configure(bool exclusive) {
       throw CDaoException(DaoError::Engine, "The file is empty");
     }
   }
+  m_transactions.Follow(m_handle);
   m_schema.Follow();
   WatchCommits();
 }
@@ -65,6 +66,7 @@ Connection::~Connection() {
 }
 
 void Connection::Close() noexcept {
+  m_transactions.Close();
   m_statements.Clear();
   m_schema.Clear();
   m_commits = {};
@@ -109,7 +111,7 @@ void Connection::WatchCommits() {
 ChangeStamp Connection::Stamp() {
   Handle();
   if (m_commits.LogAppeared()) WatchCommits();
-  return {sqlite3_total_changes64(m_handle), m_commits.Commits()};
+  return {sqlite3_total_changes64(m_handle) + m_transactions.Rollbacks(), m_commits.Commits()};
 }
 
 // Short pauses of uneven length: with those of SQLite's own timeout, which grow to a tenth of a

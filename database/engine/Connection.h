@@ -9,6 +9,7 @@
 #include "database/engine/Schema.h"
 #include "database/engine/StatementCache.h"
 #include "database/engine/TextGuard.h"
+#include "database/engine/Transactions.h"
 
 namespace orxdb {
 
@@ -35,10 +36,12 @@ class Connection {
 
   Schema& GetSchema() noexcept { return m_schema; }
   ChangeStamp Stamp();
+  Transactions& GetTransactions() noexcept { return m_transactions; }
   /// Told by `RecordEdit` before each change.
   ChangeListeners& Listeners() noexcept { return m_listeners; }
-  /// Commits to a write-ahead log no longer wait for the disk, until `RestoreCommits`. Where that
-  /// cannot restore them for want of memory, the next use does, or raises.
+  /// Outside of transactions only: commits to a write-ahead log no longer wait for the disk, until
+  /// `RestoreCommits`. Where that cannot restore them for want of memory, the next use does, or
+  /// raises.
   void RelaxCommits() noexcept;
   void RestoreCommits() noexcept;
 
@@ -46,7 +49,7 @@ class Connection {
   std::string TemporaryName() { return "orx_copy_" + std::to_string(++m_temporaryTables); }
 
  private:
-  Connection() : m_schema(*this) {}
+  Connection() : m_schema(*this), m_transactions(*this) {}
   void Configure(bool exclusive);
   void WatchCommits();
   bool SetSynchronous(const char* pragma) noexcept;
@@ -58,6 +61,7 @@ class Connection {
   Schema m_schema;
   CommitWatch m_commits;
   ChangeListeners m_listeners;
+  Transactions m_transactions;
   bool m_writeAheadLog = false;
   bool m_restoreDue = false;  ///< commits are relaxed longer than they should be
   int m_temporaryTables = 0;

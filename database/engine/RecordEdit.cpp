@@ -53,15 +53,19 @@ SqlText DefaultExpression(const std::string& text) {
 /// forgotten by a power failure: nothing durable can hold it by then.
 class RelaxedCommit {
  public:
-  explicit RelaxedCommit(Connection& connection) : m_connection(connection) {
-    m_connection.RelaxCommits();
+  explicit RelaxedCommit(Connection& connection)
+      : m_connection(connection), m_relaxed(!connection.GetTransactions().InTransaction()) {
+    if (m_relaxed) m_connection.RelaxCommits();
   }
-  ~RelaxedCommit() { m_connection.RestoreCommits(); }
+  ~RelaxedCommit() {
+    if (m_relaxed) m_connection.RestoreCommits();
+  }
   RelaxedCommit(const RelaxedCommit&) = delete;
   RelaxedCommit& operator=(const RelaxedCommit&) = delete;
 
  private:
   Connection& m_connection;
+  bool m_relaxed;  ///< not within a transaction, which is stored at its end
 };
 
 /// A key that no record has or had: counted on in the database, so that no other process gets it,
@@ -76,18 +80,23 @@ std::int64_t ReserveKey(Connection& connection, const QuerySource& source) {
     return next->Integer(0);
   }
   const RelaxedCommit relaxed(connection);
-  const std::string counted =
-      "UPDATE sqlite_sequence SET seq = max(seq, " + highest + ") + 1 WHERE name = ? RETURNING seq";
-  const std::string begun = "INSERT INTO sqlite_sequence (name, seq) SELECT ?1, " + highest +
-                            " + 1 WHERE NOT EXISTS (SELECT 1 FROM sqlite_sequence WHERE name = ?1)"
+  Transaction transaction(connection);
+  const std::string counted = "UPDATE sqlite_sequence SET seq = max(seq, ?1, " + highest +
+                              ") + 1 WHERE name = ?2 RETURNING seq";
+  const std::string begun = "INSERT INTO sqlite_sequence (seq, name) VALUES (max(?1, " + highest +
+                            ") + 1, ?2)"
                             " RETURNING seq";
-  // The first record of a table begins the count; another process may begin it just before.
-  for (const std::string& sql : {counted, begun, counted}) {
+  // The first record of a table begins the count.
+  for (const std::string& sql : {counted, begun}) {
     const StatementUse reserved = connection.Use(sql);
-    reserved->Bind(std::string_view(table.name));
+    reserved->Bind(connection.GetTransactions().LastReserved(table.name))
+        .Bind(std::string_view(table.name));
     if (!reserved->Step()) continue;
     const std::int64_t key = reserved->Integer(0);
     reserved->Run();
+    reserved->Reset();
+    transaction.Commit();
+    connection.GetTransactions().Reserved(table.name, key);
     return key;
   }
   throw CDaoException(DaoError::Engine, "No key could be reserved");
@@ -163,24 +172,30 @@ void RecordEdit::Store(Connection& connection) const {
   }
   const std::string table = Quoted(m_source->table);
   const std::string key = KeyColumn(*m_source);
+  if (!m_adding && columns.empty()) return;
+  Transaction transaction(connection);
   if (m_adding) {
     const std::string separator = columns.empty() ? "" : ", ";
     const StatementUse insert = connection.Use("INSERT INTO " + table + " (" + key + separator +
                                                columns + ") VALUES (?" + marks + ")");
     insert->Bind(m_key).Bind(values).Run();
-    return;
+  } else {
+    const StatementUse update =
+        connection.Use("UPDATE " + table + " SET " + columns + " WHERE " + key + " = ?");
+    if (update->Bind(values).Bind(m_key).Run() == 0) RaiseDeleted();
   }
-  if (columns.empty()) return;
-  const StatementUse update =
-      connection.Use("UPDATE " + table + " SET " + columns + " WHERE " + key + " = ?");
-  if (update->Bind(values).Bind(m_key).Run() == 0) RaiseDeleted();
+  transaction.Commit();
 }
 
 void RecordEdit::Remove(Connection& connection, const QuerySource& source, std::int64_t key) {
   connection.Listeners().Tell({connection.GetSchema().Table(source.table), false});
-  const StatementUse remove = connection.Use("DELETE FROM " + Quoted(source.table) + " WHERE " +
-                                             KeyColumn(source) + " = ?");
-  if (remove->Bind(key).Run() == 0) RaiseDeleted();
+  Transaction transaction(connection);
+  {
+    const StatementUse remove = connection.Use("DELETE FROM " + Quoted(source.table) + " WHERE " +
+                                               KeyColumn(source) + " = ?");
+    if (remove->Bind(key).Run() == 0) RaiseDeleted();
+  }
+  transaction.Commit();
 }
 
 }  // namespace orxdb

@@ -1,5 +1,7 @@
 #include "database/engine/RowCopy.h"
 
+#include <utility>
+
 namespace orxdb {
 
 RowCopy::RowCopy(std::shared_ptr<Connection> connection, const SelectText& select,
@@ -55,9 +57,13 @@ void RowCopy::FillTable() {
     throw;
   }
   m_table = table;
+  m_rollbacks = m_connection->GetTransactions().Rollbacks();
 }
 
 std::optional<std::size_t> RowCopy::Find(const Criteria& criteria, Which which, std::size_t from) {
+  if (!m_table.empty() && m_rollbacks != m_connection->GetTransactions().Rollbacks()) {
+    Drop(std::exchange(m_table, {}));
+  }
   if (m_table.empty()) FillTable();
   const StatementUse found =
       m_connection->Use("SELECT q.orx_row FROM temp." + m_table + " AS q WHERE (" + criteria.text +

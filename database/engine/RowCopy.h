@@ -33,7 +33,8 @@ class RowCopy {
   std::shared_ptr<Connection> m_connection;
   const QuerySource& m_source;
   RowBlock m_rows;
-  std::string m_table;  ///< empty until the first criteria
+  std::string m_table;           ///< empty until the first criteria
+  std::int64_t m_rollbacks = 0;  ///< of the connection when it was filled; one takes it back too
 };
 
 }  // namespace orxdb

@@ -17,7 +17,7 @@ class QuerySource;
 
 /// Tells whether anything in the database may have changed between two looks.
 struct ChangeStamp {
-  std::int64_t own = -1;     ///< rows written by this connection
+  std::int64_t own = -1;     ///< rows written and taken back by this connection
   std::int64_t others = -1;  ///< commits of every other connection, of this process or another
 
   bool operator==(const ChangeStamp&) const = default;

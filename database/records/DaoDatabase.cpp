@@ -29,6 +29,19 @@ double CDaoDatabase::ChangeNumber() const {
   return static_cast<double>(GetConnection()->Stamp().others);
 }
 
+void CDaoDatabase::BeginChanges() {
+  GetConnection()->GetTransactions().BeginGroup();
+}
+void CDaoDatabase::EndChanges() {
+  GetConnection()->GetTransactions().EndGroup();
+}
+void CDaoDatabase::CancelChanges() {
+  GetConnection()->GetTransactions().CancelGroup();
+}
+bool CDaoDatabase::IsChanging() const noexcept {
+  return m_connection && m_connection->GetTransactions().InGroup();
+}
+
 void CDaoDatabase::Close() noexcept {
   if (m_connection) m_connection->Close();
   m_connection.reset();

@@ -28,6 +28,19 @@ class CDaoDatabase {
   /// A number that changes with every commit, by this connection or any other; it may change
   /// without one.
   double ChangeNumber() const;
+  /// Begins a group of changes: until its end they are seen here alone, and other writers wait.
+  /// Raises `Busy` when others hold the file for too long, and when a group is open already.
+  void BeginChanges();
+  /// Stores the group in one go. Raises when that fails, or when the database had to take all of it
+  /// back before (no space, a failing disk); nothing of it is stored then. The group is over in any
+  /// case. Raises without a group.
+  void EndChanges();
+  /// Takes the group back: the database is as it was before. Keys of records added in it are given
+  /// out again by no recordset here as long as the database is open. Raises without a group.
+  void CancelChanges();
+  /// Whether a group of changes is open. Closing the database cancels it.
+  bool IsChanging() const noexcept;
+
   /// Closes the file; recordsets still open on it raise from then on. Closing twice is harmless.
   void Close() noexcept;
 

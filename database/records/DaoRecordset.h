@@ -38,6 +38,10 @@ inline constexpr int AFX_DAO_USE_DEFAULT_TYPE = -1;  ///< a dynaset
 ///   behind it, BOF and EOF do not change;
 /// - a refused `SetBookmark` leaves the position as it was.
 ///
+/// When a group of changes is cancelled, records being added or edited are given up. A set that was
+/// opened, queried again or deleted from in the group is queried again; its current record stays,
+/// or the last one becomes current when it is gone, and an EOF stays.
+///
 /// Every failing operation raises `CDaoException`. No statement stays open between calls, so an
 /// idle recordset never blocks another process.
 class CDaoRecordset {

@@ -49,10 +49,15 @@ Recordset::~Recordset() {
 
 void Recordset::Requery() {
   DropEdit();
+  BeginAgain();
+}
+
+void Recordset::BeginAgain() {
   // Also when the query cannot run, the cursor leaves what may be a deleted record.
   m_position.reset();
   m_furthest = {};
   m_reachedAll = false;
+  m_group = m_connection->GetTransactions().Group();
   m_walk->Restart();
 }
 
@@ -101,6 +106,23 @@ void Recordset::BeforeChange(const Change& change) {
     Here();
   } catch (const CDaoException&) {
     // A query that cannot run says so when it is asked for records; others may still be changed.
+  }
+}
+
+/// What was settled by what is no longer there is settled again. The current record stays; without
+/// it the last one becomes current, at the end the end stays.
+void Recordset::AfterCancel(std::int64_t group) noexcept {
+  DropEdit();
+  if (m_group != group) return;
+  try {
+    const std::optional<Position> before = m_position;
+    BeginAgain();
+    if (!before || before->at == At::Before || m_walk->IsEmpty()) return;
+    const bool behind = before->at == At::Behind;
+    if (behind || !ComeTo(m_walk->Find(before->key))) MoveTo(Which::Last);
+    if (behind && m_position) m_position->at = At::Behind;
+  } catch (...) {
+    // The first record is current, as after a query that cannot run.
   }
 }
 
@@ -283,6 +305,7 @@ void Recordset::Delete() {
   CurrentRow();
   RecordEdit::Remove(*m_connection, *m_source, m_position->key);
   m_position->at = At::Deleted;
+  m_group = m_connection->GetTransactions().Group();
   m_walk->Removed();
 }
 

@@ -64,6 +64,8 @@ class Recordset final : private ChangeListener {
   bool ComeTo(const std::optional<Position>& found);
   const Criteria& Translate(const std::string& text);
   void BeforeChange(const Change& change) override;
+  void AfterCancel(std::int64_t group) noexcept override;
+  void BeginAgain();
 
   RowView CurrentRow();
   CellView CurrentCell(const RowView& view, std::size_t field) const;
@@ -81,6 +83,7 @@ class Recordset final : private ChangeListener {
   std::optional<Position> m_position;
   Position m_furthest;  ///< of the records reached
   bool m_reachedAll = false;
+  std::int64_t m_group = 0;  ///< of changes, in which the records were settled or one was deleted
 
   std::string m_criteriaText;  ///< of the last find, as the host said it
   Criteria m_criteria;

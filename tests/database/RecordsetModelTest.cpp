@@ -56,6 +56,7 @@ class Model {
   Model(const Shape& shape, Table& table) : m_shape(shape), m_table(table) { Requery(); }
 
   void Requery() {
+    m_settledInGroup = true;
     m_members.clear();
     for (const auto& [key, tool] : m_table) {
       if (m_shape.shows(tool)) m_members.push_back(key);
@@ -118,7 +119,23 @@ class Model {
     m_furthest = std::max(m_furthest, at);
   }
   void ReachAll() { m_furthest = Last(); }
+  void BeginGroup() { m_settledInGroup = false; }
+  /// The table is again what it was; whether places changed.
+  bool Cancel() {
+    if (!m_settledInGroup) return false;
+    const bool behind = m_at > Last();
+    const int key = HasPlace() ? Key() : 0;
+    const bool empty = IsEmpty();
+    Requery();
+    if (empty || IsEmpty()) return true;
+    const int place = Place(key);
+    if (behind || place > Last()) MoveLast();
+    if (behind) GoTo(Last() + 1);
+    if (!behind && place <= Last()) GoTo(place);
+    return true;
+  }
   void Delete() {
+    m_settledInGroup = true;
     m_table.erase(Key());
     m_deleted = true;
     ++m_removed;
@@ -135,6 +152,7 @@ class Model {
   std::vector<int> m_members;
   int m_at = -1;
   bool m_deleted = false;
+  bool m_settledInGroup = false;
   int m_furthest = 0;
   long m_removed = 0;
 };
@@ -173,24 +191,51 @@ class RecordsetModelTest : public RecordsetFixture,
         "D", (tool.diameter ? Variant::FromI4(*tool.diameter) : Variant::Null()).get());
   }
 
+  /// Tells the key, which is never one given out here before, not even in a cancelled group.
+  int AddNew(CDaoRecordset& records) {
+    records.AddNew();
+    return m_lastKey = m_countedKey = std::max(m_lastKey, m_countedKey) + 1;
+  }
+
+  void StepGroup(Model& model) {
+    if (!Database().IsChanging()) {
+      EXPECT_THROW(Pick(2) == 0 ? Database().EndChanges() : Database().CancelChanges(),
+                   CDaoException);
+      Database().BeginChanges();
+      model.BeginGroup();
+      m_tableBefore = m_table;
+      m_countedKeyBefore = m_countedKey;
+      return;
+    }
+    EXPECT_THROW(Database().BeginChanges(), CDaoException);
+    if (Pick(3) == 0) return Database().EndChanges();
+    m_records->GetPosition();  // the first record, if nobody has asked yet, is that of the group
+    Database().CancelChanges();
+    m_table = m_tableBefore;
+    m_countedKey = m_countedKeyBefore;
+    if (model.Cancel()) m_positions.clear();
+  }
+
   /// A record is added, deleted or changed by another program, or by another recordset here.
   void StepAround() {
     Tool tool = RandomTool();
     const int choice = m_table.empty() ? 0 : Pick(3);
     const auto row = std::next(m_table.begin(), choice == 0 ? 0 : Pick(m_table.size()));
     const std::string where = " WHERE ID = " + (choice == 0 ? "0" : std::to_string(row->first));
-    if (Pick(2) == 0) {
+    int key = choice == 0 ? 0 : row->first;
+    if (!Database().IsChanging() && Pick(2) == 0) {
       // What other programs change before a list of keys is needed may still count.
       if (m_shape.listed) m_records->GetPosition();
       Execute(choice == 0   ? "INSERT INTO MILL (Name, D, Coating) VALUES " + tool.Row()
               : choice == 1 ? "DELETE FROM MILL" + where
                             : "UPDATE MILL SET (Name, D, Coating) = " + tool.Row() + where);
+      if (choice == 0) key = ++m_countedKey;
     } else {
       const auto editor = Open("SELECT * FROM MILL" + where);
       if (choice == 1) {
         editor->Delete();
       } else {
-        choice == 0 ? editor->AddNew() : editor->Edit();
+        choice == 0 ? void(key = AddNew(*editor)) : editor->Edit();
         Set(*editor, tool);
         editor->SetFieldValue("Coating", Variant::FromI4(tool.coating).get());
         editor->Update();
@@ -199,7 +244,7 @@ class RecordsetModelTest : public RecordsetFixture,
     if (choice == 1) {
       m_table.erase(row);
     } else {
-      m_table[choice == 0 ? ++m_lastKey : row->first] = tool;
+      m_table[key] = tool;
     }
   }
 
@@ -267,12 +312,11 @@ class RecordsetModelTest : public RecordsetFixture,
       EXPECT_EQ(ErrorOf([&] { m_records->Delete(); }), DaoError::ReadOnly);
     } else if (choice == 0) {
       tool.coating = 0;
-      m_records->AddNew();
-      ++m_lastKey;  // also when the record is given up
+      const int key = AddNew(*m_records);
       Set(*m_records, tool);
       if (!store) return;
       m_records->Update();
-      m_table[m_lastKey] = tool;
+      m_table[key] = tool;
     } else if (!model.IsReadable()) {
       EXPECT_THROW(choice == 1 ? m_records->Delete() : m_records->Edit(), CDaoException);
     } else if (choice == 1) {
@@ -316,7 +360,10 @@ class RecordsetModelTest : public RecordsetFixture,
   std::size_t m_condition = 0;
   std::mt19937 m_random = Random(7);
   Table m_table;
-  int m_lastKey = std::get<int>(GetParam());
+  int m_lastKey = 0;                             ///< given out here
+  int m_countedKey = std::get<int>(GetParam());  ///< in the file
+  Table m_tableBefore;                           ///< the group of changes
+  int m_countedKeyBefore = 0;
   std::unique_ptr<CDaoRecordset> m_records;
   std::vector<std::pair<int, Variant>> m_bookmarks;   ///< by key
   std::vector<std::pair<int, Position>> m_positions;  ///< by place
@@ -334,7 +381,7 @@ TEST_P(RecordsetModelTest, BehavesAsItsContractSays) {
   for (int step = 0; step < 600 && !HasFailure(); ++step) {
     SCOPED_TRACE("step " + std::to_string(step));
     // Now and then nobody writes: what was read ahead stays good for longer.
-    const int choice = step % 100 == 0 ? 20 : Pick(step % 100 < 40 ? 13 : 21);
+    const int choice = step % 100 == 0 ? 20 : Pick(step % 100 < 40 ? 13 : 24);
     if (choice < 10) {
       StepMove(model);
     } else if (choice < 13) {
@@ -343,8 +390,10 @@ TEST_P(RecordsetModelTest, BehavesAsItsContractSays) {
       StepEdit(model);
     } else if (choice < 20) {
       StepAround();
-    } else {
+    } else if (choice < 21) {
       Requery(model);
+    } else {
+      StepGroup(model);
     }
     // What is not looked at need not be looked up either.
     if (!HasFailure() && Pick(3) != 0) Compare(model);
@@ -360,6 +409,53 @@ INSTANTIATE_TEST_SUITE_P(Shapes, RecordsetModelTest,
                            return std::get<0>(each.param).name +
                                   std::to_string(std::get<1>(each.param));
                          });
+
+TEST_F(RecordsetFixture, ChangesThatFailTakeBackThemselvesOrTellWhyAllIsLost) {
+  Execute(
+      "CREATE TRIGGER MILL_RULES AFTER INSERT ON MILL WHEN NEW.Name LIKE 'no%' BEGIN"
+      " SELECT CASE NEW.Name WHEN 'no' THEN RAISE(FAIL, 'refused') ELSE RAISE(ROLLBACK, 'disk "
+      "full')"
+      " END; END");
+  const auto records = Open("Q_MILL");
+  const auto add = [&](const char* name) {
+    records->AddNew();
+    records->SetFieldValue("Name", Text(name).get());
+    records->Update();
+  };
+  const auto why = [](auto work) {
+    try {
+      work();
+    } catch (const CDaoException& exception) {
+      return exception.Message();
+    }
+    return std::string("nothing");
+  };
+  EXPECT_EQ(why([&] { add("no"); }), "refused");
+  Database().BeginChanges();
+  add("a");
+  EXPECT_EQ(why([&] { add("no"); }), "refused");
+  EXPECT_EQ(Ask("SELECT count(*) FROM MILL"), "0");
+  Database().EndChanges();
+  EXPECT_EQ(Ask("SELECT Name FROM MILL"), "a");
+
+  Database().BeginChanges();
+  add("b");
+  records->Requery();
+  records->FindFirst("Name = 'b'");
+  EXPECT_EQ(why([&] { add("none"); }), "disk full");
+  EXPECT_EQ(ErrorOf([&] { records->GetFieldValue("Name"); }), DaoError::RecordDeleted);
+  const std::string lost = "The database has taken back the whole group of changes: disk full";
+  EXPECT_EQ(why([&] { add("c"); }), lost);
+  EXPECT_EQ(why([&] { Database().EndChanges(); }), lost);
+  EXPECT_EQ(Values(*records, {"Name"}), "'a'");
+  add("d");
+  EXPECT_EQ(Ask("SELECT Name FROM MILL"), "a|d");
+  Database().BeginChanges();
+  Open("Q_MILL")->Delete();
+  m_database.Close();
+  EXPECT_FALSE(m_database.IsChanging());
+  EXPECT_EQ(Ask("SELECT Name FROM MILL"), "a|d");
+}
 
 TEST_F(RecordsetFixture, RequeryForgetsListedKeys) {
   Execute("INSERT INTO MILL (Name) VALUES ('a'), ('b'), ('A')");
