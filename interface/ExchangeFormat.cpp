@@ -54,6 +54,16 @@ std::string ExchangeHeader::Version() const {
   return std::to_string(majorVersion) + '.' + std::to_string(minorVersion);
 }
 
+void ExchangeHeader::Take(int line, std::string_view text) {
+  const std::size_t separator = text.find('=');
+  if (separator == text.npos) return;
+  const std::string_view key = text.substr(0, separator);
+  const std::string value(Trim(text.substr(separator + 1), " \t\n\v\f\r"));
+  if (line == 0 && key == kVersionKey) ScanVersion(value, *this);
+  if (line == 1 && key == kTableNameKey) table = value;
+  if (line == 2 && key == kExportTypeKey) exportType = value;
+}
+
 std::string ExchangeHeaderLines(const std::string& table) {
   return HeaderLine(kVersionKey, ExchangeHeader().Version()) + HeaderLine(kTableNameKey, table) +
          HeaderLine(kExportTypeKey, kExportedByTable);
@@ -105,13 +115,7 @@ ExchangeHeader ExchangeReader::ReadHeader() {
   ExchangeHeader header;
   for (int line = 0; line < 3 && !AtEnd(); ++line) {
     Next();
-    const std::size_t separator = Text().find('=');
-    if (separator == Text().npos) continue;
-    const std::string_view key = Text().substr(0, separator);
-    const std::string value(Trim(Text().substr(separator + 1), " \t\n\v\f\r"));
-    if (line == 0 && key == kVersionKey) ScanVersion(value, header);
-    if (line == 1 && key == kTableNameKey) header.table = value;
-    if (line == 2 && key == kExportTypeKey) header.exportType = value;
+    header.Take(line, Text());
   }
   return header;
 }

@@ -32,6 +32,8 @@ struct ExchangeHeader {
   std::string table;
   std::string exportType;
 
+  /// Takes what a line of the header tells, the first one being 0.
+  void Take(int line, std::string_view text);
   /// "1.0".
   std::string Version() const;
   /// Whether files of such a header are imported.

@@ -35,20 +35,32 @@ class LineWriter : public RowWriter {
   virtual void Line(std::vector<std::string> fields) = 0;
 };
 
-class CsvWriter : public LineWriter {
+class CsvWriter : public RowWriter {
  public:
-  using LineWriter::LineWriter;
+  CsvWriter(Sink sink, char separator)
+      : RowWriter(std::move(sink)), m_separator(1, separator), m_special(m_separator + "\"\r\n") {}
+  void Header(const std::vector<std::string>& columns) override {
+    std::vector<std::string> fields;
+    for (const std::string& column : columns) fields.push_back(Field(Cell::Text(column)));
+    Line(fields);
+  }
+  void Row(std::vector<Cell> cells) override {
+    for (Cell& cell : cells) cell.text = Field(cell);
+    Line(TextsOf(std::move(cells)));
+  }
 
  private:
-  void Line(std::vector<std::string> fields) override {
-    for (std::string& field : fields) {
-      if (field.find_first_of(",\"\r\n") == std::string::npos) continue;
-      std::string quoted = "\"";
-      for (const char c : field) quoted.append(c == '"' ? 2 : 1, c);
-      field = quoted + '"';
-    }
-    Put(Joined(fields, ",") + "\r\n");
+  std::string Field(const Cell& cell) const {
+    const bool empty = cell.kind == Cell::Kind::Text && cell.text.empty();
+    if (!empty && cell.text.find_first_of(m_special) == std::string::npos) return cell.text;
+    std::string quoted = "\"";
+    for (const char c : cell.text) quoted.append(c == '"' ? 2 : 1, c);
+    return quoted + '"';
   }
+  void Line(const std::vector<std::string>& fields) { Put(Joined(fields, m_separator) + "\r\n"); }
+
+  std::string m_separator;
+  std::string m_special;
 };
 
 class TsvWriter : public LineWriter {
@@ -126,6 +138,15 @@ class ArrayWriter : public JsonWriter {
   void End() override { Put(m_first ? "[]\n" : "\n]\n"); }
 
   bool m_first = true;
+};
+
+/// An object a line.
+class JsonLinesWriter : public JsonWriter {
+ public:
+  using JsonWriter::JsonWriter;
+
+ private:
+  void Row(std::vector<Cell> cells) override { Put('{' + Object(cells, ", ") + "}\n"); }
 };
 
 /// One object, a member a line.
@@ -223,13 +244,21 @@ std::unique_ptr<RowWriter> MakeRowWriter(Format format, Sink sink) {
     case Format::Json:
       return std::make_unique<ArrayWriter>(std::move(sink));
     case Format::Csv:
-      return std::make_unique<CsvWriter>(std::move(sink));
+      return MakeCsvWriter(std::move(sink), ',');
     case Format::Tsv:
       return std::make_unique<TsvWriter>(std::move(sink));
     case Format::Table:
       break;
   }
   return std::make_unique<TableWriter>(std::move(sink));
+}
+
+std::unique_ptr<RowWriter> MakeCsvWriter(Sink sink, char separator) {
+  return std::make_unique<CsvWriter>(std::move(sink), separator);
+}
+
+std::unique_ptr<RowWriter> MakeJsonLinesWriter(Sink sink) {
+  return std::make_unique<JsonLinesWriter>(std::move(sink));
 }
 
 std::unique_ptr<RowWriter> MakeBareWriter(Format format, Sink sink) {

@@ -15,8 +15,9 @@ namespace orxdb {
 enum class Format {
   Table,  ///< aligned columns for people
   Json,   ///< an array of one object per row
-  Csv,    ///< RFC 4180: CR LF, text with a separator, quote or line end in double quotes
-  Tsv,    ///< one line per row; tab, line ends and backslash as \t \n \r \\.
+  /// RFC 4180: CR LF; text with a separator, quote or line end, and empty text, in double quotes
+  Csv,
+  Tsv,  ///< one line per row; tab, line ends and backslash as \t \n \r \\.
 };
 
 /// Takes the text as it comes.
@@ -42,6 +43,12 @@ class RowWriter {
 };
 
 std::unique_ptr<RowWriter> MakeRowWriter(Format format, Sink sink);
+
+/// As Csv, with another separator than the comma.
+std::unique_ptr<RowWriter> MakeCsvWriter(Sink sink, char separator);
+
+/// An object per row, each on a line of its own.
+std::unique_ptr<RowWriter> MakeJsonLinesWriter(Sink sink);
 
 /// For rows whose last cell is all that people want to see: one a line without a header for them.
 std::unique_ptr<RowWriter> MakeBareWriter(Format format, Sink sink);

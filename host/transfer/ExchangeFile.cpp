@@ -20,15 +20,6 @@ TextFile Open(const std::string& path) {
   return file;
 }
 
-/// Why files of such a header are not imported.
-HostError NotImported(const std::string& path, const ExchangeHeader& header) {
-  if (header.exportType == kExportedByQuery) {
-    return HostError(path + " holds the records of a query, which are not imported.");
-  }
-  if (header.exportType != kExportedByTable) return HostError(path + " is not an exchange file.");
-  return HostError(path + " is of version " + Cited(header.Version()) + "; only 1.0 is imported.");
-}
-
 /// Whether a double quote of the line is escaped.
 bool HasEscapedQuote(std::string_view line) {
   bool escaped = false;
@@ -45,9 +36,18 @@ bool IsBlank(std::string_view line) {
 
 }  // namespace
 
+void CheckImported(const std::string& path, const ExchangeHeader& header) {
+  if (header.IsImported()) return;
+  if (header.exportType == kExportedByQuery) {
+    throw HostError(path + " holds the records of a query, which are not imported.");
+  }
+  if (header.exportType != kExportedByTable) throw HostError(path + " is not an exchange file.");
+  throw HostError(path + " is of version " + Cited(header.Version()) + "; only 1.0 is imported.");
+}
+
 ExchangeFile::ExchangeFile(const std::string& path)
     : m_reader(Open(path)), m_header(m_reader.ReadHeader()) {
-  if (!m_header.IsImported()) throw NotImported(path, m_header);
+  CheckImported(path, m_header);
   m_names = m_reader.ReadNames();
   if (m_names.empty()) throw HostError(path + " names no fields in its fourth line.");
 }

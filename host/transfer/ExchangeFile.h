@@ -25,6 +25,9 @@ struct ExchangeLine {
   std::vector<std::string> fields;  ///< of a record
 };
 
+/// Throws HostError for a file whose header says that it is not imported.
+void CheckImported(const std::string& path, const ExchangeHeader& header);
+
 /// An exchange file being read.
 class ExchangeFile {
  public:
