@@ -1,9 +1,11 @@
 #pragma once
 
+#include <functional>
 #include <map>
 #include <memory>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "database/CatalogueRow.h"
@@ -41,6 +43,15 @@ class CToolDbData {
   bool LoadCatalogue();
 
   CDaoDatabase& Database() noexcept { return m_db; }
+  /// A message is about to be shown, which lets the host run: it can end the data object, and it
+  /// must not find a lock that it knows nothing of. Whoever holds one for a call of its own says
+  /// how it is let go; the way of before is given back, to be put back afterwards.
+  void BeforeMessage() const {
+    if (m_beforeMessage) m_beforeMessage();
+  }
+  std::function<void()> SetBeforeMessage(std::function<void()> letGo) noexcept {
+    return std::exchange(m_beforeMessage, std::move(letGo));
+  }
   /// The rows of the catalogue in their order, a table named twice included twice.
   const std::vector<orxdb::CatalogueRow>& Rows() const noexcept { return m_rows; }
   CToolTables& ToolTables() noexcept { return m_toolTables; }
@@ -63,6 +74,7 @@ class CToolDbData {
   void LoadDataTables();
 
   CDaoDatabase m_db;
+  std::function<void()> m_beforeMessage;
   bool m_bCanTransact = false;
   CToolTables m_toolTables;
   CDataTables m_dataTables;

@@ -1,6 +1,7 @@
 #include "edit/ToolNames.h"
 
 #include "browse/ToolCursor.h"
+#include "database/ToolDbData.h"
 #include "database/ToolRules.h"
 #include "platform/framework/MessageBox.h"
 #include "platform/framework/Text.h"
@@ -27,6 +28,7 @@ bool IsToolNameUnique(const CToolTableInfo& table, const std::string& name) {
 
 bool IsHeadNameFree(BSTR name, IOrxDbObj& own) {
   if (!IsInUse(WidenToBstr(kTappingHeadTable).get(), name, own)) return true;
+  if (g_pToolDbData) g_pToolDbData->BeforeMessage();
   ShowComponentMessage(IDS_HEAD_NAME_IN_USE, MB_ICONSTOP);
   return false;
 }

@@ -40,6 +40,8 @@ class Transactions {
   bool InGroup() const noexcept { return m_group != 0; }
   /// The group's number, never the same for two; 0 outside.
   std::int64_t Group() const noexcept { return m_group; }
+  /// Whether the engine has taken the open group back.
+  bool HasLostGroup() const noexcept { return InGroup() && IsLost(); }
   bool InTransaction() const noexcept { return m_depth > 0; }
 
   /// Counts whatever was taken back, so that nothing read before is taken for what is there.

@@ -42,6 +42,10 @@ bool CDaoDatabase::IsChanging() const noexcept {
   return m_connection && m_connection->GetTransactions().InGroup();
 }
 
+bool CDaoDatabase::HasLostChanges() const noexcept {
+  return m_connection && m_connection->GetTransactions().HasLostGroup();
+}
+
 void CDaoDatabase::Close() noexcept {
   if (m_connection) m_connection->Close();
   m_connection.reset();

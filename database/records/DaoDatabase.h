@@ -40,6 +40,8 @@ class CDaoDatabase {
   void CancelChanges();
   /// Whether a group of changes is open. Closing the database cancels it.
   bool IsChanging() const noexcept;
+  /// Whether the database had to take the open group back: it can only be cancelled.
+  bool HasLostChanges() const noexcept;
 
   /// Closes the file; recordsets still open on it raise from then on. Closing twice is harmless.
   void Close() noexcept;

@@ -144,6 +144,7 @@ TEST_F(EditTest, MessagesMayEndTheDataObject) {
       Reopen();
       InstallMessageBoxHandler([&](const std::string&, const std::string&, unsigned) {
         ++messages;
+        Sql("UPDATE TAPPING_HEAD SET Name = Name");  // nothing keeps other programs out
         if (replace) other = NewObject();
         if (!replace) m_db.reset();
         return IDOK;

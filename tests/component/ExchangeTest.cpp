@@ -101,6 +101,9 @@ TEST_F(ExchangeTest, FilesAreReadLeniently) {
     SCOPED_TRACE(what + file.substr(0, 40));
     EXPECT_EQ(Imported(file), tools);
   }
+  Sql("CREATE TRIGGER NO BEFORE INSERT ON DRILL WHEN NEW.Name = 'no'"
+      " BEGIN SELECT RAISE(ROLLBACK, 'no'); END");
+  EXPECT_EQ(Imported(head + names + a + "\"no\"\t\"1\"\r\n" + b), "a|b") << "all taken back once";
   for (const std::string& path : {m_folder.operator/("").string(), std::string("/nowhere/x.txt")}) {
     EXPECT_EQ(m_db->ImportToolRecordsFromFile(WidenToBstr(path).get(), 0), S_OK);
     EXPECT_EQ(m_db->ExportToolRecordsToFile(Bstr(u"MILL").get(), WidenToBstr(path).get(), 0), S_OK);

@@ -151,6 +151,17 @@ class Exchange(Orxdb):
             self.sql("DELETE FROM TAP WHERE Name LIKE 'K%'")
         self.assertTrue(any(0 < number < 200 for number in numbers_left))
 
+    def test_imports_at_once_add_every_tool_once(self):
+        count = int(os.environ.get("ORXDB_SHARING_TOOLS", "400"))
+        path = self.file("".join(line(f"K{i}", i) for i in range(count)))
+        hosts = [self.start("import", path) for _ in range(4)]
+        new = json.dumps([{"Name": f"T{i}"} for i in range(count // 10)]).encode()
+        code, _, error = self.db("add", "TAP", "-", input=new)
+        self.assertEqual((code, error, [host.wait() for host in hosts]), (0, "", [0] * 4))
+        for names, number in (("K", count), ("T", count // 10)):
+            self.assertEqual(self.rows(f"SELECT count(*), count(DISTINCT Name) FROM TAP WHERE Name GLOB '{names}[0-9]*'"),
+                             [[number, number]])
+
     def test_programs_that_share_a_database_lose_and_double_nothing(self):
         count, before = int(os.environ.get("ORXDB_SHARING_TOOLS", "40")), self.rows("SELECT ID, Name FROM TAP ORDER BY ID")
         tools = [json.dumps([{"Name": f"T{number}-{i}"} for i in range(count)]).encode() for number in range(4)]
