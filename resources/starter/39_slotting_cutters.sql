@@ -14,6 +14,8 @@ CREATE TABLE SLITTING_SAW (
     Holder LONG,
     IsFavorite BOOLEAN DEFAULT 0,
     Comment TEXT(255),
+    Vendor TEXT(60), Order_Code TEXT(60), Link TEXT(255),
+    Tool_Number LONG DEFAULT 0, Pocket LONG DEFAULT 0, Stock LONG DEFAULT 0, Min_Stock LONG DEFAULT 0,
     AUX_Metric_Diameter DOUBLE AS (round(Diameter * iif(Unit = 'mm', 1, 25.4), 6))
 );
 CREATE INDEX SLITTING_SAW_Name ON SLITTING_SAW (Name COLLATE NOCASE);
@@ -32,6 +34,8 @@ SELECT T.ID AS ID,
        K.Name AS Holder,
        T.IsFavorite AS IsFavorite,
        T.Comment AS Comment,
+       T.Vendor AS Vendor, T.Order_Code AS Order_Code, T.Link AS Link,
+       T.Tool_Number AS Tool_Number, T.Pocket AS Pocket, T.Stock AS Stock, T.Min_Stock AS Min_Stock,
        T.AUX_Metric_Diameter AS AUX_Metric_Diameter
 FROM SLITTING_SAW AS T
 LEFT JOIN TOOL_MATERIAL AS M ON M.ID = T.Material
@@ -121,6 +125,8 @@ CREATE TABLE WOODRUFF_CUTTER (
     Holder LONG,
     IsFavorite BOOLEAN DEFAULT 0,
     Comment TEXT(255),
+    Vendor TEXT(60), Order_Code TEXT(60), Link TEXT(255),
+    Tool_Number LONG DEFAULT 0, Pocket LONG DEFAULT 0, Stock LONG DEFAULT 0, Min_Stock LONG DEFAULT 0,
     AUX_Metric_Diameter DOUBLE AS (round(Diameter * iif(Unit = 'mm', 1, 25.4), 6))
 );
 CREATE INDEX WOODRUFF_CUTTER_Name ON WOODRUFF_CUTTER (Name COLLATE NOCASE);
@@ -141,6 +147,8 @@ SELECT T.ID AS ID,
        K.Name AS Holder,
        T.IsFavorite AS IsFavorite,
        T.Comment AS Comment,
+       T.Vendor AS Vendor, T.Order_Code AS Order_Code, T.Link AS Link,
+       T.Tool_Number AS Tool_Number, T.Pocket AS Pocket, T.Stock AS Stock, T.Min_Stock AS Min_Stock,
        T.AUX_Metric_Diameter AS AUX_Metric_Diameter
 FROM WOODRUFF_CUTTER AS T
 LEFT JOIN TOOL_MATERIAL AS M ON M.ID = T.Material
@@ -217,6 +225,8 @@ CREATE TABLE DOVETAIL_CUTTER (
     Holder LONG,
     IsFavorite BOOLEAN DEFAULT 0,
     Comment TEXT(255),
+    Vendor TEXT(60), Order_Code TEXT(60), Link TEXT(255),
+    Tool_Number LONG DEFAULT 0, Pocket LONG DEFAULT 0, Stock LONG DEFAULT 0, Min_Stock LONG DEFAULT 0,
     AUX_Metric_Diameter DOUBLE AS (round(Diameter * iif(Unit = 'mm', 1, 25.4), 6))
 );
 CREATE INDEX DOVETAIL_CUTTER_Name ON DOVETAIL_CUTTER (Name COLLATE NOCASE);
@@ -237,6 +247,8 @@ SELECT T.ID AS ID,
        K.Name AS Holder,
        T.IsFavorite AS IsFavorite,
        T.Comment AS Comment,
+       T.Vendor AS Vendor, T.Order_Code AS Order_Code, T.Link AS Link,
+       T.Tool_Number AS Tool_Number, T.Pocket AS Pocket, T.Stock AS Stock, T.Min_Stock AS Min_Stock,
        T.AUX_Metric_Diameter AS AUX_Metric_Diameter
 FROM DOVETAIL_CUTTER AS T
 LEFT JOIN TOOL_MATERIAL AS M ON M.ID = T.Material

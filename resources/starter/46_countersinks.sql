@@ -17,6 +17,8 @@ CREATE TABLE COUNTERSINK (
     Holder LONG,
     IsFavorite BOOLEAN DEFAULT 0,
     Comment TEXT(255),
+    Vendor TEXT(60), Order_Code TEXT(60), Link TEXT(255),
+    Tool_Number LONG DEFAULT 0, Pocket LONG DEFAULT 0, Stock LONG DEFAULT 0, Min_Stock LONG DEFAULT 0,
     AUX_Metric_Diameter DOUBLE AS (round(Diameter * iif(Unit = 'mm', 1, 25.4), 6))
 );
 CREATE INDEX COUNTERSINK_Name ON COUNTERSINK (Name COLLATE NOCASE);
@@ -37,6 +39,8 @@ SELECT T.ID AS ID,
        K.Name AS Holder,
        T.IsFavorite AS IsFavorite,
        T.Comment AS Comment,
+       T.Vendor AS Vendor, T.Order_Code AS Order_Code, T.Link AS Link,
+       T.Tool_Number AS Tool_Number, T.Pocket AS Pocket, T.Stock AS Stock, T.Min_Stock AS Min_Stock,
        T.AUX_Metric_Diameter AS AUX_Metric_Diameter
 FROM COUNTERSINK AS T
 LEFT JOIN TOOL_MATERIAL AS M ON M.ID = T.Material
@@ -137,6 +141,8 @@ CREATE TABLE COUNTERBORE (
     Holder LONG,
     IsFavorite BOOLEAN DEFAULT 0,
     Comment TEXT(255),
+    Vendor TEXT(60), Order_Code TEXT(60), Link TEXT(255),
+    Tool_Number LONG DEFAULT 0, Pocket LONG DEFAULT 0, Stock LONG DEFAULT 0, Min_Stock LONG DEFAULT 0,
     AUX_Metric_Diameter DOUBLE AS (round(Diameter * iif(Unit = 'mm', 1, 25.4), 6))
 );
 CREATE INDEX COUNTERBORE_Name ON COUNTERBORE (Name COLLATE NOCASE);
@@ -158,6 +164,8 @@ SELECT T.ID AS ID,
        K.Name AS Holder,
        T.IsFavorite AS IsFavorite,
        T.Comment AS Comment,
+       T.Vendor AS Vendor, T.Order_Code AS Order_Code, T.Link AS Link,
+       T.Tool_Number AS Tool_Number, T.Pocket AS Pocket, T.Stock AS Stock, T.Min_Stock AS Min_Stock,
        T.AUX_Metric_Diameter AS AUX_Metric_Diameter
 FROM COUNTERBORE AS T
 LEFT JOIN TOOL_MATERIAL AS M ON M.ID = T.Material

@@ -18,6 +18,8 @@ CREATE TABLE BORING_BAR (
     Holder LONG,
     IsFavorite BOOLEAN DEFAULT 0,
     Comment TEXT(255),
+    Vendor TEXT(60), Order_Code TEXT(60), Link TEXT(255),
+    Tool_Number LONG DEFAULT 0, Pocket LONG DEFAULT 0, Stock LONG DEFAULT 0, Min_Stock LONG DEFAULT 0,
     AUX_Metric_Diameter DOUBLE AS (round(Bar_Diameter * iif(Unit = 'mm', 1, 25.4), 6))
 );
 CREATE INDEX BORING_BAR_Name ON BORING_BAR (Name COLLATE NOCASE);
@@ -39,6 +41,8 @@ SELECT T.ID AS ID,
        K.Name AS Holder,
        T.IsFavorite AS IsFavorite,
        T.Comment AS Comment,
+       T.Vendor AS Vendor, T.Order_Code AS Order_Code, T.Link AS Link,
+       T.Tool_Number AS Tool_Number, T.Pocket AS Pocket, T.Stock AS Stock, T.Min_Stock AS Min_Stock,
        T.AUX_Metric_Diameter AS AUX_Metric_Diameter
 FROM BORING_BAR AS T
 LEFT JOIN TOOL_MATERIAL AS M ON M.ID = T.Material

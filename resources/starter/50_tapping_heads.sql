@@ -19,6 +19,8 @@ CREATE TABLE TAPPING_HEAD (
     Retraction_Ratio DOUBLE DEFAULT 1,
     IsFavorite BOOLEAN DEFAULT 0,
     Comment TEXT(255),
+    Vendor TEXT(60), Order_Code TEXT(60), Link TEXT(255),
+    Tool_Number LONG DEFAULT 0, Pocket LONG DEFAULT 0, Stock LONG DEFAULT 0, Min_Stock LONG DEFAULT 0,
     AUX_Metric_Min_Diameter DOUBLE AS (round(Min_Diameter * iif(Unit = 'mm', 1, 25.4), 6)),
     AUX_Metric_Max_Diameter DOUBLE AS (round(Max_Diameter * iif(Unit = 'mm', 1, 25.4), 6))
 );
@@ -39,6 +41,8 @@ SELECT T.ID AS "TAPPING_HEAD.ID",
        T.Retraction_Ratio AS Retraction_Ratio,
        T.IsFavorite AS IsFavorite,
        T.Comment AS Comment,
+       T.Vendor AS Vendor, T.Order_Code AS Order_Code, T.Link AS Link,
+       T.Tool_Number AS Tool_Number, T.Pocket AS Pocket, T.Stock AS Stock, T.Min_Stock AS Min_Stock,
        T.AUX_Metric_Min_Diameter AS AUX_Metric_Min_Diameter,
        T.AUX_Metric_Max_Diameter AS AUX_Metric_Max_Diameter
 FROM TAPPING_HEAD AS T;

@@ -1,5 +1,6 @@
 """Builds the starter tool database in memory from its scripts and checks what the data means."""
 
+import math
 import re
 import sqlite3
 import sys
@@ -11,7 +12,10 @@ STARTER = Path(__file__).resolve().parents[2] / "resources/starter"
 sys.path.insert(0, str(STARTER / "pictures"))
 import make_pictures  # noqa: E402
 
-NAMED = {"FLAT_END_MILL", "BALL_END_MILL", "TAP", "PIPE_TAP", "TAPPING_HEAD"}
+NAMED = {"FLAT_END_MILL", "BALL_END_MILL", "TAP", "PIPE_TAP", "TAPPING_HEAD", "V_BIT", "ENGRAVING_CUTTER",
+         "SINGLE_FLUTE_ROUTER", "COMPRESSION_ROUTER"}
+BOUGHT = {"Vendor": "TEXT(60)", "Order_Code": "TEXT(60)", "Link": "TEXT(255)",
+          **dict.fromkeys(["Tool_Number", "Pocket", "Stock", "Min_Stock"], "LONG")}
 SPEEDS = "DRILLING_FS END_MILLING_FS FACE_MILLING_FS REAMING_FS RECOMMENDED_FS SLIT_MILLING_FS THREADING_FS".split()
 RANGES = SPEEDS + ["T24_27_30_31"]
 FACTORS = ["T15b_15d_22", "T15c", "T25", "T33", "T34", "HARDNESS_BRC", "HARDNESS_RCB", "T5_DEPTH", "T5_FEED"]
@@ -30,7 +34,7 @@ TEXT = "typeof([{0}]) = 'text' AND length([{0}]) BETWEEN 1 AND "
 TOOL_RULES = [f"[{less}] < [{more}]" for less, more in (pair.split("<") for pair in (
     "Flute_Length<Overall_Length Thread_Length<Overall_Length Min_Diameter<Max_Diameter Tap_Drill<Diameter "
     "Pilot_Diameter<Diameter Pilot_Diameter<Body_Diameter Bar_Diameter<Min_Bore Bore_Diameter<Diameter "
-    "Width<Diameter Tip_Diameter<Diameter").split())]
+    "Width<Diameter Tip_Diameter<Diameter Upcut_Length<Flute_Length").split())]
 # Its holder takes its shank.
 TOOL_RULES += [f"[Holder] IS NULL OR (SELECT [{size}_Diameter] * {MM} BETWEEN Metric_Min_Shank - 0.01 "
                "AND Metric_Max_Shank + 0.01 FROM HOLDER WHERE Name = T.[Holder])"
@@ -48,6 +52,8 @@ TOOL_RULES += [
     "abs([Pitch] * [Threads_Per_Inch] - iif([Unit] = 'mm', 25.4, 1)) < 0.0005",
     "'{table}' <> 'TAP' OR abs([Tap_Drill] / ([Diameter] - [Pitch]) - 1) <= 0.05",
     "[Ball_Radius] * 2 = [Diameter]",
+    "([Diameter] - [Tip_Diameter]) / 2 / tan(radians([Point_Angle] / 2)) <= [Flute_Length]",  # the cone has edges
+    "[Cut_Direction] IN ('Upcut', 'Downcut')",
     # A thread mill comes back out of the thread: the hole less some room.
     "[Internal] AND [Diameter] <= (SELECT Diameter - 1.23 * Pitch FROM TAP WHERE Thread_Size = T.[Thread_Size])",
     # Sizes of the standards that tools name.
@@ -76,6 +82,8 @@ class Starter(unittest.TestCase):
         cls.db = sqlite3.connect(":memory:")
         cls.db.row_factory = sqlite3.Row
         cls.db.create_function("picture", 1, picture)
+        cls.db.create_function("tan", 1, math.tan)
+        cls.db.create_function("radians", 1, math.radians)
         for script in sorted(STARTER.glob("*.sql")):
             cls.db.executescript(script.read_text(encoding="utf-8"))
         cls.catalogue = cls.rows("TOOL_TYPES")
@@ -98,7 +106,7 @@ class Starter(unittest.TestCase):
     def test_catalogue_names_tables_with_stored_queries(self):
         self.assertEqual(len(set(self.tools)), len(self.tools))
         self.assertLessEqual(NAMED, set(self.tools))
-        self.assertGreaterEqual(len(self.tools), 15)
+        self.assertGreaterEqual(len(self.tools), 23)
         self.holds("TOOL_TYPES", "TOOLTABLE_NAME LIKE 'Q\\_%' ESCAPE '\\'", "TOOL_TYPE <> '' AND TOOL_SUBTYPE <> ''",
                    "COMMENT <> ''", "(PRIMARY_OP IS NULL) = (TOOLTABLE_NAME = 'Q_TAPPING_HEAD')",
                    "coalesce(TEMPL_TAB_NAME, substr(TOOLTABLE_NAME, 3)) IN (SELECT name FROM sqlite_schema)")
@@ -164,6 +172,12 @@ class Starter(unittest.TestCase):
             row = self.rows(f"Q_{table} ORDER BY 1 DESC")[0]
             self.assertEqual((row[0], row["IsFavorite"]), (len(self.rows(table)), 0))
             self.assertIn(row["Unit"], ("mm", "in"))
+            self.assertEqual([row[column] for column in BOUGHT], [None] * 3 + [0] * 4)
+            given = [f"{column} 7" if "TEXT" in kind else i for i, (column, kind) in enumerate(BOUGHT.items())]
+            self.db.execute(f"UPDATE {table} SET {' = ?, '.join(BOUGHT)} = ? WHERE ID = ?", (*given, row[0]))
+            row = self.rows(f"Q_{table} ORDER BY 1 DESC")[0]
+            self.assertEqual([row[column] for column in BOUGHT], given, table)
+            self.assertLessEqual(BOUGHT.items(), self.columns[table].items())
             for column, declared in self.columns[table].items():
                 if column not in ("ID", "Holder", "TappingHead") and not declared.startswith("TEXT"):
                     self.assertIsNotNone(row[column], (table, column))

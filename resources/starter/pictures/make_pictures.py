@@ -87,6 +87,15 @@ PICTURES = {
         PLAIN_SHANK, turned((28, 12), (57, 12), (59.5, 11), (61, 9.5), (62, 7)), twist(13)),
     "chamfer_mill": fluted(
         turned((2, 9), (30, 9)), turned((30, 16), (42, 16), (58, 1), (59, 1)), twist(14, 0.3)),
+    "v_bit": fluted(
+        turned((2, 6), (26, 6)), turned((26, 6), (30, 22), (36, 22), (60, 1), (61, 1)), straight(15, 0.3)),
+    "engraving_cutter": fluted(
+        turned((2, 6), (34, 6)), turned((34, 6), (61, 0.8), (62, 0.8)), lambda x, y: x > AXIS),
+    "single_flute_router": fluted(
+        turned((2, 7), (26, 7)), turned((26, 7), (62, 7)), twist(24, 0.5, 1.2)),
+    "compression_router": fluted(
+        turned((2, 10), (20, 10)), turned((20, 10), (62, 10)),
+        lambda x, y: (twist(12, 0.4, 0.9) if y > 46 else twist(12, 0.4, -0.9))(x, y)),
     "face_mill": [
         (turned((4, 10), (22, 10), (22.1, 24), (46, 28), (54, 28)), BODY),
         (turned((4, 4), (22, 4)), SHANK),
