@@ -28,7 +28,7 @@ class LinuxCncWriter : public ToolWriter {
     if (!number) return LoseTool("their number is taken, or none");
 
     std::string pocket = values.Take("Pocket");
-    if (!IsWord(pocket)) pocket = std::to_string(*number);
+    if (!IsWord(pocket) || pocket == "0") pocket = std::to_string(*number);
     std::string line = 'T' + std::to_string(*number) + " P" + pocket;
     if (const std::string diameter = values.Take("Diameter"); IsWord(diameter)) {
       line += " D" + diameter;
@@ -56,10 +56,11 @@ class LinuxCncWriter : public ToolWriter {
     text.erase(0, text.find_first_not_of(' '));
     return text.erase(text.find_last_not_of(' ') + 1);
   }
-  /// The number that a tool has, or the next free one; nothing for one that another has.
+  /// The number that a tool has, or the next free one for 0, which means no tool; nothing for one
+  /// that another has.
   std::optional<int> Number(const std::string& text) {
     int number = 0;
-    if (text.empty()) {
+    if (text.empty() || text == "0") {
       while (m_used.contains(++m_last)) continue;
       number = m_last;
     } else if (std::from_chars(text.data(), text.data() + text.size(), number).ptr !=

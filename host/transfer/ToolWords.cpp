@@ -20,7 +20,9 @@ constexpr std::string_view kBull = "BULL_NOSE_END_MILL";
 constexpr std::string_view kChamfer = "CHAMFER_MILL";
 constexpr std::string_view kDovetail = "DOVETAIL_CUTTER";
 constexpr std::string_view kVBit = "V_BIT";
-constexpr std::string_view kEngraving = "ENGRAVING";
+constexpr std::string_view kEngraving = "ENGRAVING_CUTTER";
+constexpr std::string_view kSingleFlute = "SINGLE_FLUTE_ROUTER";
+constexpr std::string_view kCompression = "COMPRESSION_ROUTER";
 
 constexpr Kind kKinds[] = {
     {"endmill", kFlat},
@@ -48,9 +50,20 @@ constexpr Kind kKinds[] = {
     {"schwalbenschwanzfräser", kDovetail},
     {"vbit", kVBit},
     {"vcarve", kVBit},
+    {"vgroove", kVBit},
     {"engraver", kEngraving},
     {"engraving", kEngraving},
+    {"engravingbit", kEngraving},
+    {"engravingcutter", kEngraving},
     {"gravierstichel", kEngraving},
+    {"oflute", kSingleFlute},
+    {"singleflutebit", kSingleFlute},
+    {"singlefluteendmill", kSingleFlute},
+    {"singlefluterouter", kSingleFlute},
+    {"einschneider", kSingleFlute},
+    {"einzahnfräser", kSingleFlute},
+    {"compression", kCompression},
+    {"kompressionsfräser", kCompression},
     {"facemill", "FACE_MILL"},
     {"facingmill", "FACE_MILL"},
     {"shellmill", "FACE_MILL"},
@@ -89,8 +102,8 @@ constexpr Kind kKinds[] = {
     {"gewindebohrer", "TAP"},
 };
 // "Ball nose end mill" and the like name the special kind, and the general one behind it.
-constexpr std::string_view kSpecialEndMills[] = {kBall,     kBull, kChamfer,
-                                                 kDovetail, kVBit, kEngraving};
+constexpr std::string_view kSpecialEndMills[] = {kBall, kBull,      kChamfer,     kDovetail,
+                                                 kVBit, kEngraving, kSingleFlute, kCompression};
 
 std::vector<std::string> WordsOf(std::string_view text) {
   const auto belongs = [](char c) {
@@ -111,7 +124,7 @@ std::vector<std::string> WordsOf(std::string_view text) {
 /// The kind that the most words from a place on name, and their number; 0 for none.
 std::pair<std::string_view, std::size_t> LongestKind(const std::vector<std::string>& words,
                                                      std::size_t first) {
-  constexpr std::size_t kMostWords = 3;
+  constexpr std::size_t kMostWords = 4;
   std::pair<std::string_view, std::size_t> longest;
   std::string joined;
   for (std::size_t i = first; i < std::min(first + kMostWords, words.size()); ++i) {

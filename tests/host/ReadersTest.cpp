@@ -260,6 +260,9 @@ TEST_F(ReadersTest, KindsInComments) {
            {"center drill #3", "CENTER_DRILL"},
            {"chamfer end mill", "CHAMFER_MILL"},
            {"V-Bit 60", "V_BIT"},
+           {"Engraving cutter 30 deg", "ENGRAVING_CUTTER"},
+           {"single flute end mill", "SINGLE_FLUTE_ROUTER"},
+           {"1/4 compression end mill", "COMPRESSION_ROUTER"},
            {"reamer", "REAMER"},
            {"probe", ""},
        }) {

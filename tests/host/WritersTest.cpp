@@ -125,7 +125,7 @@ TEST(WritersTest, LinuxCnc) {
   const auto [files, losses] =
       Write({.format = ToolFormat::LinuxCnc, .table = "FLAT_END_MILL"}, names,
             {tool("1/8 end mill", "in", Number("2"), "TiN"), tool("EM\n4", "in", {}, ""),
-             tool("End mill", "in", {}, ""), tool("Metric end mill", "mm", {}, ""),
+             tool("End mill", "in", Number("0"), ""), tool("Metric end mill", "mm", {}, ""),
              tool("Same end mill", "in", Number("2"), "TiN")});
   EXPECT_EQ(files.at(""),
             "; Unit: inch\nT2 P2 D0.125 ;1/8 end mill\nT1 P1 D0.125 ;EM 4\n"
