@@ -1,8 +1,10 @@
 #include "database/engine/Connection.h"
 
 #include <chrono>
+#include <filesystem>
 #include <mutex>
 #include <sqlite3.h>
+#include <system_error>
 #include <thread>
 #include <vector>
 
@@ -23,23 +25,73 @@ Registry& OpenConnections() {
   return registry;
 }
 
+/// Whether a file could not be read because there is no room or no leave for a log beside it, and
+/// whether it holds all that was committed: what is not in it is in the log.
+bool IsWholeWithoutLog(sqlite3* database, const std::string& path) {
+  switch (sqlite3_extended_errcode(database)) {
+    case SQLITE_CANTOPEN:
+    case SQLITE_READONLY_CANTINIT:
+    case SQLITE_READONLY_DIRECTORY:
+    case SQLITE_FULL:
+    case SQLITE_IOERR_SHMSIZE:
+    case SQLITE_IOERR_SHMOPEN:
+      break;
+    default:
+      return false;
+  }
+  std::error_code error;
+  if (std::filesystem::file_size(path, error) == 0 || error) return false;
+  return std::filesystem::file_size(path + "-wal", error) == 0 ||
+         error == std::errc::no_such_file_or_directory;
+}
+
+/// The name by which SQLite reads a file without locks and without a log.
+std::string UnchangingName(const std::string& path) {
+  std::string name = path.starts_with('/') ? "file://" : "file:";
+  for (const char c : path) {
+    switch (c) {
+      case '%':
+        name += "%25";
+        break;
+      case '?':
+        name += "%3f";
+        break;
+      case '#':
+        name += "%23";
+        break;
+      default:
+        name += c;
+    }
+  }
+  return name + "?immutable=1";
+}
+
 }  // namespace
 
 std::shared_ptr<Connection> Connection::Open(const std::string& path, bool exclusive,
                                              bool readOnly) {
   std::shared_ptr<Connection> connection(new Connection);
-  // All calls come from the thread of one apartment: SQLite need not lock for each column.
-  const int flags = (readOnly ? SQLITE_OPEN_READONLY : SQLITE_OPEN_READWRITE) |
-                    SQLITE_OPEN_NOMUTEX | SQLITE_OPEN_EXRESCODE;
-  if (sqlite3_open_v2(path.c_str(), &connection->m_handle, flags, nullptr) != SQLITE_OK) {
-    RaiseError(connection->m_handle);
+  try {
+    connection->OpenFile(path, readOnly ? SQLITE_OPEN_READONLY : SQLITE_OPEN_READWRITE);
+    connection->Configure(exclusive);
+  } catch (const CDaoException&) {
+    if (!IsWholeWithoutLog(connection->m_handle, path)) throw;
+    connection.reset(new Connection);
+    connection->m_unchanging = true;
+    connection->OpenFile(UnchangingName(path), SQLITE_OPEN_READONLY | SQLITE_OPEN_URI);
+    connection->Configure(exclusive);
   }
-  connection->Configure(exclusive);
   Registry& registry = OpenConnections();
   const std::lock_guard lock(registry.mutex);
   std::erase_if(registry.connections, [](const auto& each) { return each.expired(); });
   registry.connections.push_back(connection);
   return connection;
+}
+
+void Connection::OpenFile(const std::string& name, int flags) {
+  // All calls come from the thread of one apartment: SQLite need not lock for each column.
+  flags |= SQLITE_OPEN_NOMUTEX | SQLITE_OPEN_EXRESCODE;
+  if (sqlite3_open_v2(name.c_str(), &m_handle, flags, nullptr) != SQLITE_OK) RaiseError(m_handle);
 }
 
 void Connection::Configure(bool exclusive) {
@@ -58,7 +110,7 @@ void Connection::Configure(bool exclusive) {
   }
   m_transactions.Follow(m_handle);
   m_schema.Follow();
-  WatchCommits();
+  if (!m_unchanging) WatchCommits();
 }
 
 Connection::~Connection() {
@@ -110,6 +162,7 @@ void Connection::WatchCommits() {
 
 ChangeStamp Connection::Stamp() {
   Handle();
+  if (m_unchanging) return {0, 0};
   if (m_commits.LogAppeared()) WatchCommits();
   return {sqlite3_total_changes64(m_handle) + m_transactions.Rollbacks(), m_commits.Commits()};
 }

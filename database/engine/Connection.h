@@ -16,6 +16,9 @@ namespace orxdb {
 /// One open database file.
 class Connection {
  public:
+  /// A file with a write-ahead log that can have no log now, in a folder or on a medium that cannot
+  /// be written or has no room, is opened as it stands: for reading only and without locks. What
+  /// others change meanwhile is then not seen, and may make reading raise.
   static std::shared_ptr<Connection> Open(const std::string& path, bool exclusive, bool readOnly);
   ~Connection();
   Connection(const Connection&) = delete;
@@ -50,6 +53,7 @@ class Connection {
 
  private:
   Connection() : m_schema(*this), m_transactions(*this) {}
+  void OpenFile(const std::string& name, int flags);
   void Configure(bool exclusive);
   void WatchCommits();
   bool SetSynchronous(const char* pragma) noexcept;
@@ -63,6 +67,7 @@ class Connection {
   ChangeListeners m_listeners;
   Transactions m_transactions;
   bool m_writeAheadLog = false;
+  bool m_unchanging = false;  ///< read as it stands
   bool m_restoreDue = false;  ///< commits are relaxed longer than they should be
   int m_temporaryTables = 0;
   std::int64_t m_waitStart = 0;  ///< steady clock, nanoseconds

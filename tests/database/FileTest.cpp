@@ -1,4 +1,5 @@
 // Files that are closed under a recordset, in use, or used by others; queries that take too much.
+#include <filesystem>
 #include <functional>
 #include <thread>
 
@@ -93,6 +94,19 @@ TEST_F(FileTest, ValuesAreFreshAfterCommitsElsewhere) {
       EXPECT_EQ(Show(mills->GetFieldValue("D")), std::to_string(i)) << mode;
     }
   }
+}
+
+TEST_F(FileTest, FileThatCanHaveNoLogIsReadAsItStands) {
+  Execute("INSERT INTO MILL (Name) VALUES ('a'); PRAGMA journal_mode = WAL");
+  Execute("PRAGMA wal_checkpoint(TRUNCATE)");
+  const std::filesystem::path file = m_folder / "100%41?#.mdb";
+  std::filesystem::copy_file(Path(), file);
+  std::filesystem::create_directory(file.string() + "-shm");  // in the way of the log's index
+  m_database.Close();
+  m_database.Open(file.string());
+  const auto mills = Open("Q_MILL");
+  EXPECT_EQ(Values(*mills, {"Name"}), "'a'");
+  EXPECT_EQ(ErrorOf([&] { mills->AddNew(); }), DaoError::ReadOnly);
 }
 
 TEST_F(FileTest, StatementsThatTakeTooMuchMemoryRaiseAndLoseNothing) {
