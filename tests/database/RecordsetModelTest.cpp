@@ -371,7 +371,7 @@ class RecordsetModelTest : public RecordsetFixture,
 
 TEST_P(RecordsetModelTest, BehavesAsItsContractSays) {
   std::string rows;
-  for (int i = 1; i <= m_lastKey; ++i) {
+  for (int i = 1; i <= m_countedKey; ++i) {
     m_table[i] = RandomTool();
     rows += (rows.empty() ? "" : ", ") + m_table[i].Row();
   }
