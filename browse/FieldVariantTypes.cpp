@@ -1,8 +1,8 @@
 #include "browse/FieldVariantTypes.h"
 
 #include "browse/PropertyArrays.h"
+#include "platform/framework/CallNotes.h"
 #include "platform/framework/Text.h"
-#include "resources/ComponentText.h"
 #include "values/FieldTypes.h"
 
 namespace orxdb {
@@ -15,10 +15,8 @@ HRESULT GetFieldVariantType(CToolDbData& data, const std::string& table, const s
     tools->ToolSet().GetFieldInfo(field, info);
     type = FieldTypeOf(info.m_nType).variantType;
     return type == VT_NULL ? E_FAIL : S_OK;
-  } catch (const CException& exception) {
-    DropMessage(exception);
-    return E_FAIL;
   } catch (...) {
+    NoteCurrentException();
     return E_FAIL;
   }
 }

@@ -6,6 +6,7 @@
 
 #include "component/ErrorReport.h"
 #include "database/ToolDbData.h"
+#include "platform/framework/CallNotes.h"
 #include "platform/framework/Exception.h"
 #include "platform/framework/ModuleState.h"
 #include "platform/framework/Text.h"
@@ -17,7 +18,7 @@ namespace orxdb {
 enum class Guard {
   None,       ///< none: they leave the method, for hosts to see; memory running out as the
               ///< framework's own, whoever raises it
-  Framework,  ///< all, fetching and dropping the message of the framework's own
+  Framework,  ///< all, their messages noted
 };
 
 /// The status that work gives; S_OK for work that gives none.
@@ -37,24 +38,35 @@ HRESULT RunGuarded(Work&& work) {
     try {
       return StatusOf(work);
     } catch (const std::bad_alloc&) {
+      NoteCurrentException();
       throw CMemoryException();
+    } catch (...) {
+      NoteCurrentException();
+      throw;
     }
   } else {
     try {
       return StatusOf(work);
-    } catch (const CException& exception) {
-      DropMessage(exception);
-      return E_FAIL;
     } catch (...) {
+      NoteCurrentException();
       return E_FAIL;
     }
   }
+}
+
+/// Notes why a method lacks what it needs.
+inline void NoteLacking() noexcept {
+  const bool open = g_pToolDbData && g_pToolDbData->IsOpen();
+  NoteCause(open ? "An argument is missing, or is not of the type that it should be"
+                 : "No database is open");
 }
 
 /// Runs a method's work and reports a result other than S_OK. Without its preconditions the work is
 /// skipped, which is E_FAIL. The module state stays the caller's.
 template <Guard guard, typename Work>
 HRESULT RunReported(const DescribedClass& type, bool preconditions, Work&& work) {
+  const NotedCall call;
+  if (!preconditions) NoteLacking();
   const HRESULT result = preconditions ? RunGuarded<guard>(work) : E_FAIL;
   if (result != S_OK) ReportError(type);
   return result;
@@ -79,13 +91,19 @@ enum class IfLacking {
 template <Guard guard, IfLacking lacking = IfLacking::Fail, typename Work>
 HRESULT RunOnData(bool arguments, Work&& work) {
   const bool ready = g_pToolDbData && arguments;
-  if (lacking == IfLacking::Skip && !ready) return RunMethod<guard>(true, [] {});
+  if (lacking == IfLacking::Skip && !ready) return RunMethod<guard>(true, NoteLacking);
   return RunMethod<guard>(ready, [&] { return StatusOf(work, *g_pToolDbData); });
 }
 
-/// The catalogue's entry of a tool table; null for an unknown one and without a data object.
+/// The catalogue's entry of a tool table; null, which is noted, for an unknown one and without a
+/// data object.
 inline CToolTableInfo* FindToolTable(BSTR name) {
-  return g_pToolDbData ? g_pToolDbData->FindToolTable(NarrowBstr(name)) : nullptr;
+  const std::string narrow = NarrowBstr(name);
+  CToolTableInfo* const table = g_pToolDbData ? g_pToolDbData->FindToolTable(narrow) : nullptr;
+  if (table) return table;
+  const bool open = g_pToolDbData && g_pToolDbData->IsOpen();
+  NoteCause(open ? "There is no table " + narrow : "No database is open");
+  return nullptr;
 }
 
 /// Runs a method's work on a tool table likewise.

@@ -171,6 +171,7 @@ constexpr std::array kLibraryMethods = {
     Row<&IOrxDbLibrary::GetFieldLimits>(2, u"GetFieldLimits", In(u"bstrToolTable"),
                                         In(u"bstrParamName"), Out(u"plLongest"), Out(u"pbRequired"),
                                         Out(u"pLowest"), Out(u"pHighest")),
+    Row<&IOrxDbLibrary::LastError>(3, u"LastError", Result(u"pText")),
 };
 
 constexpr bool IsSound(const Method& method) {

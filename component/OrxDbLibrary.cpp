@@ -50,3 +50,13 @@ HRESULT OrxDbLibrary::GetFieldLimits(BSTR bstrToolTable, BSTR bstrParamName, LON
     *pHighest = limits.highest.detach();
   });
 }
+
+HRESULT OrxDbLibrary::LastError(BSTR* pText) {
+  // Outside of the frame, which would forget what is asked for.
+  const HRESULT result = pText ? orxdb::RunGuarded<orxdb::Guard::Framework>([&] {
+    *pText = orxdb::WidenToBstr(orxdb::NotedCauses()).detach();
+  })
+                               : E_FAIL;
+  if (result != S_OK) orxdb::ReportError(orxdb::kOrxDbLibrary);
+  return result;
+}

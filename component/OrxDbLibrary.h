@@ -15,6 +15,7 @@ class OrxDbLibrary final : public orxdb::DualObject<IOrxDbLibrary, orxdb::kOrxDb
   HRESULT STDMETHODCALLTYPE GetFieldLimits(BSTR bstrToolTable, BSTR bstrParamName, LONG* plLongest,
                                            VARIANT_BOOL* pbRequired, VARIANT* pLowest,
                                            VARIANT* pHighest) override;
+  HRESULT STDMETHODCALLTYPE LastError(BSTR* pText) override;
 
  private:
   explicit OrxDbLibrary(IUnknown* outer) : DualObject(outer) {}

@@ -18,9 +18,11 @@ HRESULT OrxDbObj::ExportToolRecordsToFile(BSTR bstrToolTable, BSTR bstrFileName,
   const bool arguments = bstrToolTable && bstrFileName;
   return RunOnTable<Guard::Framework, IfLacking::Skip>(
       bstrToolTable, arguments, [&](CToolTableInfo& table) {
-        if (!table.m_pToolSet || !table.m_pToolSet->IsOpen()) return;
+        if (!table.m_pToolSet || !table.m_pToolSet->IsOpen()) {
+          return orxdb::NoteCause("The table cannot be read");
+        }
         TextFile file = TextFile::OpenForWriting(NarrowBstr(bstrFileName));
-        if (!file) return;
+        if (!file) return orxdb::NoteCause("The file cannot be written");
         orxdb::ExportRecords(NarrowBstr(bstrToolTable), *table.m_pToolSet, file);
         file.Close();
       });
@@ -31,7 +33,8 @@ HRESULT OrxDbObj::ImportToolRecordsFromFile(BSTR bstrFileName, LONG) {
     // What ends an import is told to nobody.
     orxdb::RunGuarded<Guard::Framework>([&] {
       TextFile file = TextFile::OpenForReading(NarrowBstr(bstrFileName));
-      if (file) orxdb::ImportRecords(data, *this, orxdb::ExchangeReader(std::move(file)));
+      if (!file) return orxdb::NoteCause("The file cannot be read");
+      orxdb::ImportRecords(data, *this, orxdb::ExchangeReader(std::move(file)));
     });
   });
 }

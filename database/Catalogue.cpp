@@ -5,8 +5,8 @@
 #include "database/ToolDbData.h"
 #include "database/ToolRules.h"
 #include "interface/KnownNames.h"
+#include "platform/framework/CallNotes.h"
 #include "platform/framework/Exception.h"
-#include "resources/ComponentText.h"
 
 using orxdb::CatalogueRow;
 using orxdb::StoredQueryOf;
@@ -20,9 +20,8 @@ bool Succeeds(Work&& work) {
   try {
     work();
     return true;
-  } catch (const CException& exception) {
-    orxdb::DropMessage(exception);
   } catch (...) {
+    orxdb::NoteCurrentException();
   }
   return false;
 }

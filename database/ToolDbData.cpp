@@ -2,8 +2,8 @@
 
 #include <new>
 
+#include "platform/framework/CallNotes.h"
 #include "platform/framework/Exception.h"
-#include "resources/ComponentText.h"
 
 CToolDbData* g_pToolDbData = nullptr;
 
@@ -19,10 +19,11 @@ bool CToolDbData::OpenDatabase(const std::string& path) {
     m_pToolTypesQuery = std::make_unique<CDaoQueryDef>(&m_db);
     m_pToolTypesQuery->Open("TOOL_TYPES");
     return true;
-  } catch (const CException& exception) {
-    orxdb::DropMessage(exception);
+  } catch (const CException&) {
+    orxdb::NoteCurrentException();
   } catch (const std::bad_alloc&) {
     // Memory running out counts as one of the framework's exceptions, whoever raises it.
+    orxdb::NoteCurrentException();
   }
   return false;
 }
@@ -51,8 +52,8 @@ const orxdb::FieldType& CToolDbData::TypeOfField(std::string_view table, const s
     if (const CToolTableInfo* tools = FindToolTable(table)) {
       tools->ToolSet().GetFieldInfo(field, info);
     }
-  } catch (const CException& exception) {
-    orxdb::DropMessage(exception);
+  } catch (const CException&) {
+    orxdb::NoteCurrentException();
   }
   return orxdb::FieldTypeOf(info.m_nType);
 }

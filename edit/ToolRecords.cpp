@@ -6,10 +6,12 @@
 #include "browse/ToolCursor.h"
 #include "database/ToolRules.h"
 #include "edit/ToolNames.h"
+#include "platform/framework/CallNotes.h"
 #include "platform/framework/Text.h"
 #include "resources/ComponentText.h"
 #include "resources/StringTable.h"
 #include "values/StringVariants.h"
+#include "values/ValueText.h"
 
 namespace orxdb {
 namespace {
@@ -54,6 +56,15 @@ class PropertyPairs {
   bool m_match = false;
 };
 
+HRESULT Failed(const std::string& cause) {
+  NoteCause(cause);
+  return E_FAIL;
+}
+
+std::string NoSuchTool(LONG id) {
+  return "There is no tool with the ID " + std::to_string(id);
+}
+
 bool IsNoValue(const VARIANT& value) {
   return value.vt == VT_EMPTY || value.vt == VT_NULL;
 }
@@ -63,28 +74,41 @@ BSTR TextOf(const VARIANT& value) {
   return value.vt == VT_BSTR ? value.bstrVal : nullptr;
 }
 
-/// What a lookup makes of a text that no record has.
-enum class LookupMiss {
-  KeepText,
-  Raise,
-};
-
 /// Replaces the text by the `ID` of the first record that has it in the lookup field's source.
-void ResolveLookup(CDaoDatabase& database, const CDaoFieldInfo& field, LookupMiss miss,
-                   Variant& value) {
+/// False when no record has it, with the value as it was.
+bool ResolveLookup(CDaoDatabase& database, const CDaoFieldInfo& field, Variant& value) {
   const std::string text = NarrowBstr(TextOf(value.get()));
-  if (text == ComponentString(IDS_ABSENT)) return;
+  if (text == ComponentString(IDS_ABSENT)) return true;
   CDaoRecordset sources(&database);
   sources.Open(dbOpenSnapshot, "SELECT * FROM " + field.m_strSourceTable + " WHERE [" +
                                    field.m_strSourceField + "] = '" + text + "'");
-  if (miss == LookupMiss::KeepText && !HasCurrentRecord(sources)) return;
+  if (!HasCurrentRecord(sources)) return false;
   sources.MoveFirst();
-  sources.GetFieldValue("ID", value);  // raises without a record
+  sources.GetFieldValue("ID", value);
+  return true;
+}
+
+std::string NotInList(const std::string& field, const VARIANT& value) {
+  return "Field " + field + ": '" + NarrowBstr(TextOf(value)) + "' is not in its list";
+}
+
+/// Whether a value that the field refuses is the one that it has, so that nothing is lost.
+bool IsThereAlready(const CDaoRecordset& record, const std::string& name, const VARIANT& value) {
+  try {
+    Variant same;
+    const Variant present = record.GetFieldValue(name);
+    return !present.isNull() &&
+           SUCCEEDED(VariantChangeType(same.ptr(), &value, 0, present.type())) &&
+           VariantText(same.get()) == VariantText(present.get());
+  } catch (...) {
+    return false;
+  }
 }
 
 /// Brings a value into the form in which the database takes it and sets the field. What the field
-/// refuses is passed over: the tool keeps the other values.
-void WriteField(CDaoRecordset& record, const std::string& name, Variant& value) {
+/// refuses is passed over and noted, with `cause` if there is one: the tool keeps the other values.
+void WriteField(CDaoRecordset& record, const std::string& name, Variant& value,
+                const std::string& cause = {}) {
   if (value.type() == VT_BSTR) {
     NarrowStringVariant(value.ptr());
     if (name == "TappingHead" && Bytes(value.get().bstrVal) == ComponentString(IDS_ABSENT))
@@ -98,6 +122,11 @@ void WriteField(CDaoRecordset& record, const std::string& name, Variant& value) 
     }
   } catch (...) {
     // The field stays as it was.
+    if (!cause.empty()) {
+      NoteCause(cause);
+    } else if (!IsThereAlready(record, name, value.get())) {
+      NoteCurrentException();
+    }
   }
 }
 
@@ -113,7 +142,7 @@ HRESULT AddTool(CDaoDatabase& database, const CToolTableInfo& table, const VARIA
   id = record.GetFieldValue("ID").get().lVal;
 
   const PropertyPairs pairs(names, values, PropertyPairs::ValueDimensions::One);
-  if (!pairs) return E_FAIL;
+  if (!pairs) return Failed("The names and the values do not pair up");
   CDaoFieldInfo field;
   for (std::size_t i = 0; i < pairs.size(); ++i) {
     const std::string name = pairs.Name(i);
@@ -121,12 +150,13 @@ HRESULT AddTool(CDaoDatabase& database, const CToolTableInfo& table, const VARIA
     Variant value = pairs.Value(i);
     if (name == "Name" && table.m_strTableName == kTappingHeadTable &&
         !IsHeadNameFree(TextOf(value.get()), own)) {
-      return E_FAIL;  // at once: the message lets the host run, which may have ended the database
+      // At once: the message lets the host run, which may have ended the database.
+      return Failed(ComponentString(IDS_HEAD_NAME_IN_USE));
     }
     if (IsNoValue(value.get())) continue;
     tools.GetFieldInfo(name, field, AFX_DAO_SECONDARY_INFO);
-    if (table.IsLookupField(field)) ResolveLookup(database, field, LookupMiss::KeepText, value);
-    WriteField(record, name, value);
+    const bool known = !table.IsLookupField(field) || ResolveLookup(database, field, value);
+    WriteField(record, name, value, known ? "" : NotInList(name, value.get()));
   }
   record.Update();
   record.Close();
@@ -141,19 +171,20 @@ HRESULT ChangeTool(CDaoDatabase& database, const CToolTableInfo& table, LONG id,
   record.Open(AFX_DAO_USE_DEFAULT_TYPE,
               "SELECT * FROM " + table.m_strTableName + " WHERE ID = " + std::to_string(id));
   record.MoveFirst();
-  if (!HasCurrentRecord(record)) return E_FAIL;
+  if (!HasCurrentRecord(record)) return Failed(NoSuchTool(id));
   record.Edit();
 
   const PropertyPairs pairs(names, values, PropertyPairs::ValueDimensions::Any);
-  if (!pairs) return E_FAIL;
+  if (!pairs) return Failed("The names and the values do not pair up");
   CDaoFieldInfo field;
   for (std::size_t i = 0; i < pairs.size(); ++i) {
     const std::string name = pairs.Name(i);
     if (IsUnwrittenField(table.m_strTableName, name)) continue;
     Variant value = pairs.Value(i);
     tools.GetFieldInfo(name, field, AFX_DAO_ALL_INFO);
-    if (table.IsLookupField(field) && !IsNoValue(value.get())) {
-      ResolveLookup(database, field, LookupMiss::Raise, value);
+    if (table.IsLookupField(field) && !IsNoValue(value.get()) &&
+        !ResolveLookup(database, field, value)) {
+      throw CDaoException(DaoError::NoRecord, NotInList(name, value.get()));
     }
     WriteField(record, name, value);
   }
@@ -167,8 +198,12 @@ HRESULT ChangeTool(CDaoDatabase& database, const CToolTableInfo& table, LONG id,
 
 void DeleteTool(const CToolTableInfo& table, LONG id) {
   CDaoRecordset& tools = table.ToolSet();
-  UseFoundTool(tools, ToolCriteria(table.m_strTableName, id), [&tools](bool found) {
-    if (found) tools.Delete();
+  UseFoundTool(tools, ToolCriteria(table.m_strTableName, id), [&tools, id](bool found) {
+    if (found) {
+      tools.Delete();
+    } else {
+      NoteCause(NoSuchTool(id));
+    }
   });
 }
 

@@ -7,6 +7,7 @@
 #include "browse/PropertyArrays.h"
 #include "database/ToolRules.h"
 #include "interface/ExchangeFormat.h"
+#include "platform/framework/CallNotes.h"
 #include "values/ValueText.h"
 
 namespace orxdb {
@@ -61,7 +62,7 @@ void ExportRecords(const std::string& table, CDaoRecordset& records, TextFile& f
     const std::vector<int> exported = WriteNames(table, records, file);
     WriteLines(records, exported, file);
   } catch (...) {
-    // The file keeps the lines written so far.
+    NoteCurrentException();  // the file keeps the lines written so far
   }
 }
 

@@ -7,6 +7,7 @@
 #include "browse/FieldVariantTypes.h"
 #include "browse/PropertyArrays.h"
 #include "exchange/ImportGroups.h"
+#include "platform/framework/CallNotes.h"
 #include "platform/framework/Text.h"
 #include "values/ValueText.h"
 
@@ -38,10 +39,16 @@ class RecordImport {
   /// Adds a tool unless the table has one with the same values. False when a message has ended the
   /// data object.
   bool Take(std::vector<std::string> values) {
-    if (values.size() != m_columns.size()) return true;
+    if (values.size() != m_columns.size()) {
+      NoteCause("A line of the file has another number of values than there are names");
+      return true;
+    }
     // An unknown table gets an entry without a recordset: hosts see it in the number of tables.
     const CToolTableInfo& table = m_data.ToolTables()[m_table];
-    if (!table.m_pToolSet) return true;
+    if (!table.m_pToolSet) {
+      NoteCause("There is no table " + m_table);
+      return true;
+    }
     m_unstored.push_back(std::move(values));
     AddIfMissing(*table.m_pToolSet, m_unstored.back());
     if (!m_groups.HasData()) return false;
@@ -105,15 +112,19 @@ class RecordImport {
 
 void ImportRecords(CToolDbData& data, IOrxDbObj& own, ExchangeReader file) {
   const ExchangeHeader header = file.ReadHeader();
-  if (!header.IsImported()) return;
+  if (!header.IsImported()) return NoteCause("The file is no exchange file");
   const std::vector<std::string> names = file.ReadNames();
-  if (names.empty()) return;
+  if (names.empty()) return NoteCause("The file names no fields");
   RecordImport import(data, own, header.table, names);
   try {
     while (!file.AtEnd()) {
       // At the end the last line is taken once more: its tool meets itself and is there already.
       file.Next();
-      if (!file.IsTooLong() && !import.Take(SplitFields(file.Text()))) return;
+      if (file.IsTooLong()) {
+        NoteCause("A line of the file is too long");
+      } else if (!import.Take(SplitFields(file.Text()))) {
+        return;
+      }
     }
   } catch (...) {
     import.End();  // what was added before stays

@@ -50,6 +50,15 @@ struct IOrxDbLibrary : public IDispatch {
   virtual HRESULT STDMETHODCALLTYPE GetFieldLimits(BSTR bstrToolTable, BSTR bstrParamName,
                                                    LONG* plLongest, VARIANT_BOOL* pbRequired,
                                                    VARIANT* pLowest, VARIANT* pHighest) = 0;
+
+  /// Why the last call that the calling thread made of a method of either class, but for this one,
+  /// failed or left something undone, in English, a sentence to a line: what the database says, or
+  /// each field that was passed over and why, such as "Field Name: the text is 3 too long, of 50
+  /// characters at most." Empty when the call did everything, whatever its result was: DeleteTool
+  /// always fails, SetMdbFile never. A value of a read-only field that is the same as the field's
+  /// counts as done; so do values for fields of taps that follow from their tapping head. Works
+  /// without a database.
+  virtual HRESULT STDMETHODCALLTYPE LastError(BSTR* pText) = 0;
 };
 
 #pragma GCC diagnostic pop

@@ -1,7 +1,5 @@
 #include "resources/ComponentText.h"
 
-#include <array>
-
 #include "platform/framework/MessageBox.h"
 #include "resources/StringTable.h"
 
@@ -24,17 +22,6 @@ std::string ComponentString(unsigned id) {
 
 int ShowComponentMessage(unsigned id, unsigned style) {
   return ShowMessageBox(ComponentString(id), ComponentModuleState().Title(), style);
-}
-
-void DropMessage(const CException& exception) noexcept {
-  try {
-    std::array<char, 256> message{};
-    if (!exception.GetErrorMessage(message.data(), message.size())) {
-      ComponentString(IDS_UNKNOWN_ERROR);
-    }
-  } catch (...) {
-    // Without memory for a text there is none to drop.
-  }
 }
 
 }  // namespace orxdb

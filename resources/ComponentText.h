@@ -3,7 +3,6 @@
 
 #include <string>
 
-#include "platform/framework/Exception.h"
 #include "platform/framework/ModuleState.h"
 
 namespace orxdb {
@@ -16,9 +15,5 @@ std::string ComponentString(unsigned id);
 
 /// Shows a text of the component and returns the button that closed the message.
 int ShowComponentMessage(unsigned id, unsigned style);
-
-/// Fetches an exception's message, or the text for an unknown error when it has none, and lets it
-/// go: callers are told that something failed, never what.
-void DropMessage(const CException& exception) noexcept;
 
 }  // namespace orxdb

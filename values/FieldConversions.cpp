@@ -41,10 +41,46 @@ std::size_t CharacterCount(std::string_view bytes) {
   }));
 }
 
+std::string ShortestText(double number) {
+  std::array<char, 40> buffer{};
+  return {buffer.data(), std::to_chars(buffer.data(), buffer.data() + buffer.size(), number).ptr};
+}
+
+std::string Range(const Field& field) {
+  const auto& range = field.Type().range;
+  return range ? ", which is " + ShortestText(range->lowest) + " to " + ShortestText(range->highest)
+               : std::string();
+}
+
+/// What a value of the field's type is called.
+std::string NameOf(const Field& field) {
+  switch (field.Type().kind) {
+    case ValueKind::Flag:
+      return "yes or no";
+    case ValueKind::Date:
+      return "date";
+    case ValueKind::Text:
+      return "text";
+    default:
+      return "number";
+  }
+}
+
+/// A value as messages show it, when it has a text of reasonable length.
+std::string ShownText(const VARIANT& value) {
+  Variant text;
+  if (value.vt != VT_BSTR && SUCCEEDED(VariantChangeType(text.ptr(), &value, 0, VT_BSTR))) {
+    return Narrow(View(text.get().bstrVal));
+  }
+  const std::string_view bytes = value.vt == VT_BSTR ? Bytes(value.bstrVal) : std::string_view();
+  return bytes.empty() || bytes.size() > 60 ? "the value" : "'" + std::string(bytes) + "'";
+}
+
 }  // namespace
 
-void Refuse(const Field& field, const char* why) {
-  throw CDaoException(DaoError::BadValue, "Field " + field.info.m_strName + ": " + why);
+void Refuse(const Field& field, std::string_view why) {
+  throw CDaoException(DaoError::BadValue,
+                      "Field " + field.info.m_strName + ": " + std::string(why));
 }
 
 void RefuseCell(const Field& field) {
@@ -118,8 +154,10 @@ Variant Converted(const Field& field, const VARIANT& value, VARTYPE type) {
     source = &wide.get();
   }
   Variant converted;
-  if (FAILED(VariantChangeType(converted.put(), source, 0, type))) {
-    Refuse(field, "the value is none of the field's type");
+  const HRESULT status = VariantChangeType(converted.put(), source, 0, type);
+  if (FAILED(status)) {
+    Refuse(field, ShownText(value) + (status == DISP_E_OVERFLOW ? " is out of range" + Range(field)
+                                                                : " is no " + NameOf(field)));
   }
   return converted;
 }
@@ -156,7 +194,9 @@ SqlValue StoreText(const Field& field, const VARIANT& value) {
                        : Narrow(View(Converted(field, value, VT_BSTR).get().bstrVal)));
   if (field.info.m_lSize > 0 &&
       CharacterCount(text) > static_cast<std::size_t>(field.info.m_lSize)) {
-    Refuse(field, "the text is too long");
+    const std::size_t longest = static_cast<std::size_t>(field.info.m_lSize);
+    Refuse(field, "the text is " + std::to_string(CharacterCount(text) - longest) +
+                      " too long, of " + std::to_string(longest) + " characters at most");
   }
   return text;
 }

@@ -6,6 +6,7 @@
 #include <cstdint>
 #include <limits>
 #include <string>
+#include <string_view>
 #include <utility>
 
 #include "platform/automation/Variant.h"
@@ -13,7 +14,7 @@
 
 namespace orxdb::conversion {
 
-[[noreturn]] void Refuse(const Field& field, const char* why);
+[[noreturn]] void Refuse(const Field& field, std::string_view why);
 [[noreturn]] void RefuseCell(const Field& field);
 
 // From a cell, which is not null.

@@ -1,5 +1,6 @@
 #include "database/engine/Statement.h"
 
+#include <algorithm>
 #include <sqlite3.h>
 
 namespace orxdb {
@@ -16,6 +17,53 @@ DaoError ErrorOf(int code) {
       return DaoError::NotFound;
     default:
       return DaoError::Engine;
+  }
+}
+
+/// The names of columns that a message of the engine ends with, without their table's.
+std::string ColumnsIn(std::string_view message) {
+  std::string columns(message.substr(std::min(message.find(": ") + 2, message.size())));
+  for (std::size_t at = 0; at < columns.size();) {
+    columns.erase(at, columns.find('.', at) + 1 - at);
+    const std::size_t next = columns.find(", ", at);
+    at = next == std::string::npos ? columns.size() : next + 2;
+  }
+  return columns;
+}
+
+/// What the engine says, in plain words where people meet it.
+std::string PlainWords(int code, const std::string& message) {
+  switch (code) {
+    case SQLITE_CONSTRAINT_NOTNULL:
+      return "field " + ColumnsIn(message) + " must have a value";
+    case SQLITE_CONSTRAINT_UNIQUE:
+    case SQLITE_CONSTRAINT_PRIMARYKEY:
+      return "another record has the same " + ColumnsIn(message);
+    case SQLITE_CONSTRAINT_CHECK:
+      return "a rule of the table refuses the values (" + message + ")";
+    case SQLITE_CONSTRAINT_FOREIGNKEY:
+      return "a record would refer to one that is not there";
+    default:
+      break;
+  }
+  switch (code & 0xff) {
+    case SQLITE_BUSY:
+    case SQLITE_LOCKED:
+      return "another program is using the database";
+    case SQLITE_READONLY:
+      return "the database cannot be written: it is read-only";
+    case SQLITE_FULL:
+      return "the disk is full";
+    case SQLITE_IOERR:
+      return "the disk cannot be read or written (" + message + ")";
+    case SQLITE_CORRUPT:
+      return "the database is damaged";
+    case SQLITE_CANTOPEN:
+      return "the database cannot be opened";
+    case SQLITE_NOMEM:
+      return "memory ran out";
+    default:
+      return message;
   }
 }
 
@@ -162,7 +210,8 @@ std::vector<ColumnOrigin> Statement::Columns() const {
 }
 
 void RaiseError(sqlite3* database) {
-  throw CDaoException(ErrorOf(sqlite3_errcode(database)), sqlite3_errmsg(database));
+  const int code = sqlite3_extended_errcode(database);
+  throw CDaoException(ErrorOf(code), PlainWords(code, sqlite3_errmsg(database)));
 }
 
 }  // namespace orxdb

@@ -1,10 +1,38 @@
 // The second class: it works on whatever database the process has open.
+#include <variant>
+
 #include "tests/component/ComponentFixture.h"
 
 namespace orxdb::test {
 namespace {
 
-using LibraryTest = ComponentTest;
+constexpr const char* kNeeds =
+    "CREATE TABLE NEEDS (ID INTEGER PRIMARY KEY, Name TEXT(7) NOT NULL CHECK (Name <> 'no'), "
+    "Kind LONG NOT NULL, Code TEXT UNIQUE);"
+    "CREATE VIEW Q_NEEDS AS SELECT N.ID AS ID, N.Name AS Name, M.Text AS Kind, "
+    "N.Kind + 1 AS Sum, N.Code AS Code FROM NEEDS N LEFT JOIN MATERIAL M ON M.ID = N.Kind;"
+    "INSERT INTO NEEDS VALUES (1, 'One', 1, 'A'), (2, 'Two', 2, 'B');"
+    "INSERT INTO TYPES_DATA (TOOLTABLE_NAME) VALUES ('Q_NEEDS')";
+
+using Values = std::vector<std::pair<std::string, std::variant<double, const char*>>>;
+
+class LibraryTest : public ComponentTest {
+ protected:
+  /// What was left undone by a call that adds a tool (0) or changes one.
+  std::string Undone(const char* table, LONG id, const Values& values) {
+    Properties tool;
+    for (const auto& [name, value] : values) {
+      std::visit([&](auto given) { tool.Add(name, given); }, value);
+    }
+    EXPECT_EQ(Gives(&Lib::ChangeNumber).empty(), false) << "another call, to be forgotten";
+    if (id == 0) {
+      Add(table, tool);
+    } else {
+      Set(table, id, tool);
+    }
+    return Gives(&Lib::LastError);
+  }
+};
 
 TEST_F(LibraryTest, UsesTheOpenDatabaseAndNeitherTakesNorEndsIt) {
   EXPECT_EQ(Gives(&Lib::ChangeNumber), "fails");
@@ -65,6 +93,79 @@ TEST_F(LibraryTest, TellsTheLimitsOfFields) {
        }) {
     EXPECT_EQ(Gives(&Lib::GetFieldLimits, table, field), limits) << field;
   }
+}
+
+TEST_F(LibraryTest, TellsWhatWasLeftUndoneAndWhy) {
+  OpenSeeded(Script("Edit") + kNeeds);
+  struct Case {
+    const char* table;
+    LONG id;
+    Values tool;
+    const char* undone;
+  };
+  for (const Case& row :
+       {Case{"ALL_TYPES", 0, {{"Name", 5.0}}, ""},
+        {"ALL_TYPES", 0, {{"F_TEXT", "für viele"}}, ""},
+        {"ALL_TYPES",
+         0,
+         {{"F_TEXT", "für allele"}},
+         "Field F_TEXT: the text is 1 too long, of 9 characters at most."},
+        {"ALL_TYPES",
+         0,
+         {{"F_BYTE", 256.0}},
+         "Field F_BYTE: 256 is out of range, which is 0 to 255."},
+        {"ALL_TYPES",
+         0,
+         {{"F_SHORT", "-32769"}, {"F_BOOLEAN", "perhaps"}, {"F_LONG", "1"}},
+         "Field F_SHORT: '-32769' is out of range, which is -32768 to 32767.\n"
+         "Field F_BOOLEAN: 'perhaps' is no yes or no."},
+        {"ALL_TYPES", 0, {{"F_DATETIME", "soon"}}, "Field F_DATETIME: 'soon' is no date."},
+        {"DRILL", 0, {{"Material", "Wood"}}, "Field Material: 'Wood' is not in its list."},
+        {"DRILL", 0, {{"Material", "HSS"}, {"Wood", "HSS"}}, "There is no field Wood."},
+        {"DRILL", 1, {{"Material", "Wood"}}, "Field Material: 'Wood' is not in its list."},
+        {"DRILL", 1, {{"Material", "HSS"}}, ""},
+        {"DRILL", 1, {{"ID", 1.0}, {"Size", 3.0}}, ""},
+        {"DRILL", 1, {{"ID", 2.0}}, "Field ID cannot be changed."},
+        {"DRILL", 77, {{"Size", 3.0}}, "There is no tool with the ID 77."},
+        {"NEEDS", 0, {{"Kind", "HSS"}}, "Field Name must have a value."},
+        {"NEEDS",
+         1,
+         {{"Name", "no"}},
+         "A rule of the table refuses the values (CHECK constraint failed: Name <> 'no')."},
+        {"NEEDS", 1, {{"Code", "B"}}, "Another record has the same Code."},
+        {"NEEDS", 1, {{"Sum", 3.0}}, "There is no field Sum."},
+        {"NEED", 1, {{"Sum", 3.0}}, "There is no table NEED."}}) {
+    EXPECT_EQ(Undone(row.table, row.id, row.tool), row.undone);
+  }
+  for (const char* id : {"1", "2"}) {
+    EXPECT_EQ(m_db->DeleteTool(WidenToBstr("NEEDS").get(), 2), E_FAIL);
+    EXPECT_EQ(Gives(&Lib::LastError), *id == '1' ? "" : "There is no tool with the ID 2.");
+  }
+  Values many;
+  for (int i = 0; i < 900; ++i) many.emplace_back("F_BYTE", 300.0 + i);
+  EXPECT_THAT(
+      Undone("ALL_TYPES", 0, many),
+      testing::AllOf(testing::HasSubstr("300"), testing::ContainsRegex("\nAnd 8.. more.$")));
+}
+
+TEST_F(LibraryTest, TellsWhyTheDatabaseRefused) {
+  EXPECT_EQ(m_db->DeleteTool(WidenToBstr("TAP").get(), 1), E_FAIL);
+  EXPECT_EQ(Gives(&Lib::LastError), "No database is open.");
+  EXPECT_EQ(SetMdbFile(*m_db, m_folder / "missing.mdb"), S_OK);
+  EXPECT_EQ(Gives(&Lib::LastError), "The database cannot be opened.");
+  OpenSeeded();
+  EXPECT_EQ(Gives(&Lib::LastError), "") << "of opening";
+  EXPECT_EQ(SetFilter("TAP", "Diameter >"), S_OK);
+  Variant values;
+  EXPECT_EQ(m_db->GetNextTool(WidenToBstr("TAP").get(), values.put()), E_FAIL);
+  EXPECT_NE(Gives(&Lib::LastError), "");
+  EXPECT_EQ(m_db->GetNextTool(nullptr, nullptr), E_FAIL);
+  EXPECT_EQ(Gives(&Lib::LastError),
+            "An argument is missing, or is not of the type that it should be.");
+  EXPECT_EQ(m_db->ImportToolRecordsFromFile(WidenToBstr("nowhere").get(), 0), S_OK);
+  EXPECT_EQ(Gives(&Lib::LastError), "The file cannot be read.");
+  Sql("CREATE TRIGGER refuses BEFORE UPDATE ON TAP BEGIN SELECT RAISE(ABORT, 'closed today'); END");
+  EXPECT_EQ(Undone("TAP", 1, {{"Diameter", 9.0}}), "Closed today.");
 }
 
 }  // namespace

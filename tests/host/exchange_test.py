@@ -110,7 +110,7 @@ class Exchange(Orxdb):
         self.sql("PRAGMA journal_mode = DELETE")
         with closing(sqlite3.connect(self.database, isolation_level=None)) as other:
             other.execute("BEGIN EXCLUSIVE")
-            self.fails(1, "cannot be copied: database is locked.", "import", self.file(line("N1", 1)), "--dry-run")
+            self.fails(1, "cannot be copied: another program is using the database.", "import", self.file(line("N1", 1)), "--dry-run")
 
     def test_interrupted_dry_runs_leave_no_copy(self):
         path, scratch = self.file("".join(line(f"K{i}", i) for i in range(3000))), self.folder / "s"
