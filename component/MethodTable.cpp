@@ -172,6 +172,11 @@ constexpr std::array kLibraryMethods = {
                                         In(u"bstrParamName"), Out(u"plLongest"), Out(u"pbRequired"),
                                         Out(u"pLowest"), Out(u"pHighest")),
     Row<&IOrxDbLibrary::LastError>(3, u"LastError", Result(u"pText")),
+    Row<&IOrxDbLibrary::AddPermissibleValue>(4, u"AddPermissibleValue", In(u"bstrToolTable"),
+                                             In(u"bstrParamName"), In(u"bstrValue")),
+    Row<&IOrxDbLibrary::BeginChanges>(5, u"BeginChanges"),
+    Row<&IOrxDbLibrary::EndChanges>(6, u"EndChanges"),
+    Row<&IOrxDbLibrary::CancelChanges>(7, u"CancelChanges"),
 };
 
 constexpr bool IsSound(const Method& method) {

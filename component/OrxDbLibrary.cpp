@@ -4,6 +4,7 @@
 
 #include "browse/FieldLimits.h"
 #include "component/MethodFrame.h"
+#include "lookups/PermissibleValues.h"
 
 using orxdb::NarrowBstr;
 
@@ -59,4 +60,21 @@ HRESULT OrxDbLibrary::LastError(BSTR* pText) {
                                : E_FAIL;
   if (result != S_OK) orxdb::ReportError(orxdb::kOrxDbLibrary);
   return result;
+}
+
+HRESULT OrxDbLibrary::AddPermissibleValue(BSTR bstrToolTable, BSTR bstrParamName, BSTR bstrValue) {
+  return RunOnOpenTable(bstrToolTable, bstrParamName, [&](CToolTableInfo& table) {
+    orxdb::AddPermissibleValue(g_pToolDbData->Database(), table, NarrowBstr(bstrParamName),
+                               NarrowBstr(bstrValue));
+  });
+}
+
+HRESULT OrxDbLibrary::BeginChanges() {
+  return RunOnOpen(true, [](CToolDbData& data) { data.Database().BeginChanges(); });
+}
+HRESULT OrxDbLibrary::EndChanges() {
+  return RunOnOpen(true, [](CToolDbData& data) { data.Database().EndChanges(); });
+}
+HRESULT OrxDbLibrary::CancelChanges() {
+  return RunOnOpen(true, [](CToolDbData& data) { data.Database().CancelChanges(); });
 }

@@ -16,6 +16,11 @@ class OrxDbLibrary final : public orxdb::DualObject<IOrxDbLibrary, orxdb::kOrxDb
                                            VARIANT_BOOL* pbRequired, VARIANT* pLowest,
                                            VARIANT* pHighest) override;
   HRESULT STDMETHODCALLTYPE LastError(BSTR* pText) override;
+  HRESULT STDMETHODCALLTYPE AddPermissibleValue(BSTR bstrToolTable, BSTR bstrParamName,
+                                                BSTR bstrValue) override;
+  HRESULT STDMETHODCALLTYPE BeginChanges() override;
+  HRESULT STDMETHODCALLTYPE EndChanges() override;
+  HRESULT STDMETHODCALLTYPE CancelChanges() override;
 
  private:
   explicit OrxDbLibrary(IUnknown* outer) : DualObject(outer) {}

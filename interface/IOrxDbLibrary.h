@@ -59,6 +59,27 @@ struct IOrxDbLibrary : public IDispatch {
   /// counts as done; so do values for fields of taps that follow from their tapping head. Works
   /// without a database.
   virtual HRESULT STDMETHODCALLTYPE LastError(BSTR* pText) = 0;
+
+  /// Adds a text to the list in which a property is looked up, such as a coating, unless the list
+  /// has it, as the database compares texts: without regard to letter case. Looks and adds in one
+  /// go, so that two programs never add it twice. The other columns of the list take their
+  /// defaults. E_FAIL for a property without a list, and for a text that is blank or too long.
+  virtual HRESULT STDMETHODCALLTYPE AddPermissibleValue(BSTR bstrToolTable, BSTR bstrParamName,
+                                                        BSTR bstrValue) = 0;
+
+  /// Begins a group of changes, by methods of either class: until it ends they are seen by this
+  /// program alone, and other programs that write wait, or give up. E_FAIL when a group is open
+  /// already, and when another program writes for too long. A group whose program ends, or whose
+  /// database is closed, is cancelled. Show no message and wait for nobody before its end.
+  virtual HRESULT STDMETHODCALLTYPE BeginChanges() = 0;
+
+  /// Stores all changes of the group, or none of them: E_FAIL when that fails, when an earlier
+  /// error (a full disk) had made the database take them back, and without a group. The group is
+  /// over in any case. A change that failed inside the group took only itself back.
+  virtual HRESULT STDMETHODCALLTYPE EndChanges() = 0;
+
+  /// Takes all changes of the group back. E_FAIL without a group.
+  virtual HRESULT STDMETHODCALLTYPE CancelChanges() = 0;
 };
 
 #pragma GCC diagnostic pop

@@ -3,6 +3,7 @@
 #include <vector>
 
 #include "database/ToolRules.h"
+#include "database/engine/Connection.h"
 #include "platform/framework/Text.h"
 #include "values/StringVariants.h"
 #include "values/ValueText.h"
@@ -27,7 +28,39 @@ std::u16string Text(const Variant& value) {
   return std::u16string(text.type() == VT_BSTR ? View(text.get().bstrVal) : u"");
 }
 
+bool HasList(const CToolTableInfo& table, const std::string& property, const CDaoFieldInfo& field) {
+  return table.IsLookupField(field) && !IsTapOperationField(property);
+}
+
+/// A text as criteria have it.
+std::string QuotedText(const std::string& text) {
+  std::string quoted = "'";
+  for (const char c : text) quoted.append(c == '\'' ? 2 : 1, c);
+  return quoted + "'";
+}
+
 }  // namespace
+
+void AddPermissibleValue(CDaoDatabase& database, const CToolTableInfo& table,
+                         const std::string& property, const std::string& text) {
+  CDaoFieldInfo field;
+  table.ToolSet().GetFieldInfo(property, field, AFX_DAO_SECONDARY_INFO);
+  if (!HasList(table, property, field)) {
+    throw CDaoException(DaoError::BadField, "Field " + property + " has no list");
+  }
+  if (text.find_first_not_of(" \t\r\n") == std::string::npos) {
+    throw CDaoException(DaoError::BadValue, "Field " + property + ": the new value is blank");
+  }
+  const Variant value = Variant::FromBstr(Bstr::FromBytes(text));
+  Transaction transaction(*database.GetConnection());
+  CDaoRecordset list(&database);
+  list.Open(AFX_DAO_USE_DEFAULT_TYPE, "SELECT * FROM " + field.m_strSourceTable);
+  if (list.FindFirst("[" + field.m_strSourceField + "] = " + QuotedText(text))) return;
+  list.AddNew();
+  list.SetFieldValue(field.m_strSourceField, value.get());
+  list.Update();
+  transaction.Commit();
+}
 
 Variant PermissibleValues(CDaoDatabase& database, const CToolTableInfo& table,
                           const std::string& property, double tapDiameter) {
@@ -35,7 +68,7 @@ Variant PermissibleValues(CDaoDatabase& database, const CToolTableInfo& table,
   table.ToolSet().GetFieldInfo(property, field, AFX_DAO_SECONDARY_INFO);
   const std::string& source = field.m_strSourceTable;
   const std::string column = "[" + field.m_strSourceField + "]";
-  if (!table.IsLookupField(field) || IsTapOperationField(property)) return {};
+  if (!HasList(table, property, field)) return {};
   const bool headsOfTap =
       tapDiameter > 0 && property == "TappingHead" && IsTapTable(table.m_strTableName);
   std::string sql = "SELECT " + column + " FROM ";

@@ -18,6 +18,12 @@ namespace orxdb {
 Variant PermissibleValues(CDaoDatabase& database, const CToolTableInfo& table,
                           const std::string& property, double tapDiameter);
 
+/// Adds a text to the column that a property is looked up in unless a record there has it, as the
+/// database compares texts. Looks and adds in one transaction. Raises for a property without a
+/// list, for a blank text and for one that the column cannot hold.
+void AddPermissibleValue(CDaoDatabase& database, const CToolTableInfo& table,
+                         const std::string& property, const std::string& text);
+
 /// Values and what they look like for people, two parallel VT_ARRAY | VT_VARIANT, the texts wide.
 struct ShownValues {
   Variant values;

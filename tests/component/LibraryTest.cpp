@@ -168,5 +168,58 @@ TEST_F(LibraryTest, TellsWhyTheDatabaseRefused) {
   EXPECT_EQ(Undone("TAP", 1, {{"Diameter", 9.0}}), "Closed today.");
 }
 
+TEST_F(LibraryTest, AddsValuesToListsOnce) {
+  OpenSeeded("INSERT INTO MATERIAL (Text) VALUES ('Bob''s')");
+  const std::string before = "HSS|Carbide|Bob's";
+  for (const auto& [table, field, value, added, undone] : {
+           std::array{"TAP", "Material", "hss", "", ""},
+           {"TAP", "Material", "bob's", "", ""},
+           {"TAP", "Material", "'; DROP TABLE TAP", "|'; DROP TABLE TAP", ""},
+           {"TAP", "Material", "\t ", "", "Field Material: the new value is blank."},
+           {"TAP", "Material", "a text of 21 letters.", "",
+            "Field Text: the text is 1 too long, of 20 characters at most."},
+           {"TAP", "Name", "M5", "", "Field Name has no list."},
+           {"TAP", "Colour", "red", "", "There is no field Colour."},
+           {"TAPS", "Material", "HSS", "", "There is no table TAPS."},
+       }) {
+    for (int twice = 0; twice < 2; ++twice) {
+      EXPECT_EQ(Gives(&Lib::AddPermissibleValue, table, field, value), *undone ? "fails" : "");
+      EXPECT_EQ(Gives(&Lib::LastError), undone);
+    }
+    EXPECT_EQ(Sql("SELECT group_concat(Text, '|') FROM MATERIAL"), before + added);
+    Sql("DELETE FROM MATERIAL WHERE ID > 3");
+  }
+}
+
+TEST_F(LibraryTest, GroupsChangesOfBothClasses) {
+  EXPECT_EQ(Gives(&Lib::BeginChanges), "fails");
+  OpenSeeded();
+  const auto state = [&] {
+    return Sql("SELECT (SELECT count(*) FROM TAP) || (SELECT max(Text) FROM MATERIAL)");
+  };
+  const auto change = [&] {
+    EXPECT_EQ(Gives(&Lib::BeginChanges), "");
+    EXPECT_EQ(Gives(&Lib::BeginChanges), "fails");
+    EXPECT_NE(Gives(&Lib::LastError), "");
+    EXPECT_EQ(Add("TAP", Properties().Add("Name", "M8")), S_OK);
+    EXPECT_EQ(Gives(&Lib::AddPermissibleValue, "TAP", "Material", "Ti"), "");
+    EXPECT_EQ(Tool("TAP", m_id)["Name"], "M8");
+    EXPECT_EQ(state(), "3HSS") << "nobody else sees it";
+  };
+  for (const auto method : {&Lib::EndChanges, &Lib::CancelChanges}) {
+    EXPECT_EQ(Gives(method), "fails") << "nothing was begun";
+  }
+  change();
+  EXPECT_EQ(Gives(&Lib::CancelChanges), "");
+  EXPECT_EQ(Walk("TAP").size(), 3u);
+  change();
+  Reopen();
+  EXPECT_EQ(state(), "3HSS") << "what was not ended when the database was closed";
+  change();
+  EXPECT_EQ(Gives(&Lib::EndChanges), "");
+  EXPECT_EQ(state(), "4Ti");
+  EXPECT_EQ(Gives(&Lib::CancelChanges), "fails");
+}
+
 }  // namespace
 }  // namespace orxdb::test
