@@ -3,6 +3,7 @@
 #include <memory>
 #include <sqlite3.h>
 
+#include "database/engine/Statement.h"
 #include "platform/framework/DaoException.h"
 
 namespace orxdb {
@@ -25,7 +26,9 @@ Handle OpenHandle(const std::filesystem::path& file, int flags, int& status) {
 Handle Open(const std::filesystem::path& file, int flags) {
   int status = SQLITE_OK;
   Handle database = OpenHandle(file, flags, status);
-  if (status != SQLITE_OK) throw CDaoException(DaoError::Engine, sqlite3_errmsg(database.get()));
+  if (status != SQLITE_OK) {
+    throw CDaoException(DaoError::Engine, PlainWords(status, sqlite3_errmsg(database.get())));
+  }
   sqlite3_busy_timeout(database.get(), kLongestWait);
   return database;
 }
@@ -70,7 +73,8 @@ void CopyDatabase(const std::filesystem::path& source, const std::filesystem::pa
   const int copied = backup ? sqlite3_backup_step(backup, -1) : sqlite3_errcode(to.get());
   const int ended = sqlite3_backup_finish(backup);
   if (copied != SQLITE_DONE || ended != SQLITE_OK) {
-    throw CDaoException(DaoError::Engine, sqlite3_errstr(copied != SQLITE_DONE ? copied : ended));
+    const int status = copied != SQLITE_DONE ? copied : ended;
+    throw CDaoException(DaoError::Engine, PlainWords(status, sqlite3_errstr(status)));
   }
 }
 

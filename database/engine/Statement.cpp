@@ -31,42 +31,6 @@ std::string ColumnsIn(std::string_view message) {
   return columns;
 }
 
-/// What the engine says, in plain words where people meet it.
-std::string PlainWords(int code, const std::string& message) {
-  switch (code) {
-    case SQLITE_CONSTRAINT_NOTNULL:
-      return "field " + ColumnsIn(message) + " must have a value";
-    case SQLITE_CONSTRAINT_UNIQUE:
-    case SQLITE_CONSTRAINT_PRIMARYKEY:
-      return "another record has the same " + ColumnsIn(message);
-    case SQLITE_CONSTRAINT_CHECK:
-      return "a rule of the table refuses the values (" + message + ")";
-    case SQLITE_CONSTRAINT_FOREIGNKEY:
-      return "a record would refer to one that is not there";
-    default:
-      break;
-  }
-  switch (code & 0xff) {
-    case SQLITE_BUSY:
-    case SQLITE_LOCKED:
-      return "another program is using the database";
-    case SQLITE_READONLY:
-      return "the database cannot be written: it is read-only";
-    case SQLITE_FULL:
-      return "the disk is full";
-    case SQLITE_IOERR:
-      return "the disk cannot be read or written (" + message + ")";
-    case SQLITE_CORRUPT:
-      return "the database is damaged";
-    case SQLITE_CANTOPEN:
-      return "the database cannot be opened";
-    case SQLITE_NOMEM:
-      return "memory ran out";
-    default:
-      return message;
-  }
-}
-
 std::string TextOrEmpty(const char* text) {
   return text == nullptr ? "" : text;
 }
@@ -207,6 +171,41 @@ std::vector<ColumnOrigin> Statement::Columns() const {
                        TextOrEmpty(sqlite3_column_origin_name(m_handle, i))});
   }
   return columns;
+}
+
+std::string PlainWords(int code, const std::string& message) {
+  switch (code) {
+    case SQLITE_CONSTRAINT_NOTNULL:
+      return "field " + ColumnsIn(message) + " must have a value";
+    case SQLITE_CONSTRAINT_UNIQUE:
+    case SQLITE_CONSTRAINT_PRIMARYKEY:
+      return "another record has the same " + ColumnsIn(message);
+    case SQLITE_CONSTRAINT_CHECK:
+      return "a rule of the table refuses the values (" + message + ")";
+    case SQLITE_CONSTRAINT_FOREIGNKEY:
+      return "a record would refer to one that is not there";
+    default:
+      break;
+  }
+  switch (code & 0xff) {
+    case SQLITE_BUSY:
+    case SQLITE_LOCKED:
+      return "another program is using the database";
+    case SQLITE_READONLY:
+      return "the database cannot be written: it is read-only";
+    case SQLITE_FULL:
+      return "the disk is full";
+    case SQLITE_IOERR:
+      return "the disk cannot be read or written (" + message + ")";
+    case SQLITE_CORRUPT:
+      return "the database is damaged";
+    case SQLITE_CANTOPEN:
+      return "the database cannot be opened";
+    case SQLITE_NOMEM:
+      return "memory ran out";
+    default:
+      return message;
+  }
 }
 
 void RaiseError(sqlite3* database) {

@@ -92,6 +92,9 @@ class StatementUse {
   Statement& m_statement;
 };
 
+/// What the engine says with a code, in plain words where people meet it.
+std::string PlainWords(int code, const std::string& message);
+
 /// Raises the error of the connection's last operation.
 [[noreturn]] void RaiseError(sqlite3* database);
 

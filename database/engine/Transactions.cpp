@@ -66,7 +66,10 @@ void Transactions::Commit() {
 
 void Transactions::NoteCause() noexcept {
   try {
-    if (m_cause.empty()) m_cause = sqlite3_errmsg(m_connection.Handle());
+    sqlite3* const database = m_connection.Handle();
+    if (m_cause.empty()) {
+      m_cause = PlainWords(sqlite3_extended_errcode(database), sqlite3_errmsg(database));
+    }
   } catch (...) {
     // The loss is told without its cause.
   }
