@@ -450,6 +450,12 @@ TEST_F(RecordsetFixture, ChangesThatFailTakeBackThemselvesOrTellWhyAllIsLost) {
   EXPECT_EQ(Values(*records, {"Name"}), "'a'");
   add("d");
   EXPECT_EQ(Ask("SELECT Name FROM MILL"), "a|d");
+  const auto copy = Open("Q_MILL", dbOpenSnapshot);
+  for (const bool cancelled : {false, true}) {
+    if (!cancelled) Database().BeginChanges();
+    EXPECT_TRUE(copy->FindFirst("Name = 'd'")) << cancelled;
+    if (!cancelled) Database().CancelChanges();
+  }
   Database().BeginChanges();
   Open("Q_MILL")->Delete();
   m_database.Close();
