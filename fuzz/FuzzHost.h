@@ -40,6 +40,7 @@ class FuzzHost : public ComponentTest {
   using ComponentTest::m_db;
   using ComponentTest::m_file;
   using ComponentTest::m_folder;
+  using ComponentTest::NewObject;
 
  private:
   void TestBody() override {}

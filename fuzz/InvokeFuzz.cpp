@@ -48,14 +48,22 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   const auto home = std::filesystem::current_path();
   std::filesystem::current_path(host.m_folder / "");  // for exports
   const auto values = Values();
+  const auto library = FuzzHost::NewObject<Lib>(CLSID_OrxDbLibrary);
   std::size_t used = 0;
   const auto below = [&](std::size_t limit) {
     return static_cast<int>(used < size ? data[used++] % limit : 0);
   };
   while (used < size) {
-    const DISPID id = below(20) ? 1 + below(41) : below(100) - 30;
-    const orxdb::Method* const method = orxdb::kOrxDbObj.Find(id);
-    const auto parameters = method ? method->parameters() : std::span<const orxdb::Parameter>();
+    // The methods of the second class stand behind those of the first.
+    const int first = static_cast<int>(orxdb::kOrxDbObj.methods.size());
+    const int all = first + static_cast<int>(orxdb::kOrxDbLibrary.methods.size());
+    const int choice = below(20) ? 1 + below(static_cast<std::size_t>(all)) : below(100) - 30;
+    const bool ofFirst = choice <= first;
+    const DISPID id = ofFirst ? choice : choice - first;
+    IDispatch& object = ofFirst ? static_cast<IDispatch&>(*host.m_db) : *library;
+    const orxdb::DescribedClass& type = ofFirst ? orxdb::kOrxDbObj : orxdb::kOrxDbLibrary;
+    const orxdb::Method* const method = type.Find(id);
+    const auto parameters = method ? method->arguments() : std::span<const orxdb::Parameter>();
     const int count = !method || !below(8) ? below(7) : static_cast<int>(parameters.size());
     std::vector<DISPID> names(below(5) ? 0 : static_cast<std::size_t>(below(7)));
     for (DISPID& name : names) name = below(8) - 1;
@@ -67,8 +75,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
       const bool mayOwn = names.empty() && position < parameters.size() &&
                           (parameters[position].type != VT_VARIANT ||
                            !(parameters[position].flags & PARAMFLAG_FOUT));
-      const auto choice = static_cast<std::size_t>(below(mayOwn ? values.size() : kPlainValues));
-      VARIANT& value = *kept.emplace_back(values[choice].Copy()).ptr();
+      const auto given = static_cast<std::size_t>(below(mayOwn ? values.size() : kPlainValues));
+      VARIANT& value = *kept.emplace_back(values[given].Copy()).ptr();
       const int way = below(16);
       VARIANT broken{};
       broken.vt = static_cast<VARTYPE>(below(40) | below(8) << 13);
@@ -80,7 +88,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const auto flags = static_cast<WORD>(below(30) ? DISPATCH_METHOD : below(16));
     DISPPARAMS params{reversed.data(), names.data(), static_cast<UINT>(reversed.size()),
                       static_cast<UINT>(names.size())};
-    EXPECT_THAT(host.m_db->Invoke(id, IID_NULL, 0, flags, &params, nullptr, nullptr, nullptr),
+    orxdb::Variant result;
+    EXPECT_THAT(object.Invoke(id, IID_NULL, 0, flags, &params, result.ptr(), nullptr, nullptr),
                 testing::AnyOf(S_OK, DISP_E_EXCEPTION, DISP_E_MEMBERNOTFOUND, DISP_E_BADPARAMCOUNT,
                                DISP_E_PARAMNOTFOUND, DISP_E_PARAMNOTOPTIONAL, DISP_E_TYPEMISMATCH,
                                DISP_E_OVERFLOW, DISP_E_BADVARTYPE, E_INVALIDARG));
