@@ -41,6 +41,7 @@ class CsvWriter : public RowWriter {
       : RowWriter(std::move(sink)), m_separator(1, separator), m_special(m_separator + "\"\r\n") {}
   void Header(const std::vector<std::string>& columns) override {
     std::vector<std::string> fields;
+    fields.reserve(columns.size());
     for (const std::string& column : columns) fields.push_back(Field(Cell::Text(column)));
     Line(fields);
   }

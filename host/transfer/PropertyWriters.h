@@ -19,7 +19,7 @@ class NamedValues {
   std::string Take(const std::string& property) {
     const auto value = m_values.find(property);
     if (value == m_values.end()) return {};
-    const std::string text = value->second->text;
+    std::string text = value->second->text;
     m_values.erase(value);
     return text;
   }

@@ -21,6 +21,7 @@ class RowsWriter : public ToolWriter {
     if (!m_guards) return m_rows->Header(properties);
     Put("\xEF\xBB\xBF");
     std::vector<std::string> names;
+    names.reserve(properties.size());
     for (const std::string& property : properties) names.push_back(Guarded(property));
     m_rows->Header(names);
   }

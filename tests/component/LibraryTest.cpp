@@ -21,8 +21,8 @@ class LibraryTest : public ComponentTest {
   /// What was left undone by a call that adds a tool (0) or changes one.
   std::string Undone(const char* table, LONG id, const Values& values) {
     Properties tool;
-    for (const auto& [name, value] : values) {
-      std::visit([&](auto given) { tool.Add(name, given); }, value);
+    for (const auto& property : values) {
+      std::visit([&](auto given) { tool.Add(property.first, given); }, property.second);
     }
     EXPECT_EQ(Gives(&Lib::ChangeNumber).empty(), false) << "another call, to be forgotten";
     if (id == 0) {

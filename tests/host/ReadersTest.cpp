@@ -47,7 +47,7 @@ std::string Drafts(const std::filesystem::path& source, const ReadOptions& optio
 class ReadersTest : public testing::Test {
  protected:
   std::filesystem::path Write(std::string_view name, std::string_view bytes) const {
-    const std::filesystem::path file = m_folder / name;
+    std::filesystem::path file = m_folder / name;
     std::filesystem::create_directories(file.parent_path());
     std::ofstream(file, std::ios::binary) << bytes;
     return file;
