@@ -177,6 +177,7 @@ constexpr std::array kLibraryMethods = {
     Row<&IOrxDbLibrary::BeginChanges>(5, u"BeginChanges"),
     Row<&IOrxDbLibrary::EndChanges>(6, u"EndChanges"),
     Row<&IOrxDbLibrary::CancelChanges>(7, u"CancelChanges"),
+    Row<&IOrxDbLibrary::BackUp>(8, u"BackUp", In(u"bstrNewFile"), In(u"bReplace")),
 };
 
 constexpr bool IsSound(const Method& method) {

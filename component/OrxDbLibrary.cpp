@@ -80,3 +80,9 @@ HRESULT OrxDbLibrary::EndChanges() {
 HRESULT OrxDbLibrary::CancelChanges() {
   return RunOnOpen(true, [](CToolDbData& data) { data.Database().CancelChanges(); });
 }
+
+HRESULT OrxDbLibrary::BackUp(BSTR bstrNewFile, VARIANT_BOOL bReplace) {
+  return RunOnOpen(bstrNewFile, [&](CToolDbData& data) {
+    data.Database().BackUp(NarrowBstr(bstrNewFile), bReplace != VARIANT_FALSE);
+  });
+}

@@ -21,6 +21,7 @@ class OrxDbLibrary final : public orxdb::DualObject<IOrxDbLibrary, orxdb::kOrxDb
   HRESULT STDMETHODCALLTYPE BeginChanges() override;
   HRESULT STDMETHODCALLTYPE EndChanges() override;
   HRESULT STDMETHODCALLTYPE CancelChanges() override;
+  HRESULT STDMETHODCALLTYPE BackUp(BSTR bstrNewFile, VARIANT_BOOL bReplace) override;
 
  private:
   explicit OrxDbLibrary(IUnknown* outer) : DualObject(outer) {}

@@ -41,8 +41,16 @@ HRESULT ToolDatabaseFile::Copy(BSTR bstrFile, BSTR bstrNewFile, BSTR* pReason) {
                        [&] { CopyDatabase(PathOf(bstrFile), PathOf(bstrNewFile)); });
 }
 
-HRESULT ToolDatabaseFile::RemoveRemains(BSTR bstrFile, BSTR* pReason) {
-  return RunWithReason(bstrFile, pReason, [&] { RemoveDatabaseRemains(PathOf(bstrFile)); });
+HRESULT ToolDatabaseFile::Check(BSTR bstrFile, BSTR* pReason) {
+  return RunWithReason(bstrFile, pReason, [&] { CheckDatabase(PathOf(bstrFile)); });
+}
+
+HRESULT ToolDatabaseFile::Replace(BSTR bstrFile, BSTR bstrNewFile, BSTR bstrKept,
+                                  VARIANT_BOOL bCertain, BSTR* pReason) {
+  return RunWithReason(bstrFile && bstrNewFile, pReason, [&] {
+    ReplaceDatabase(PathOf(bstrFile), PathOf(bstrNewFile), PathOf(bstrKept),
+                    bCertain != VARIANT_FALSE);
+  });
 }
 
 HRESULT ToolDatabaseFile::GetState(BSTR bstrFile, DatabaseFileState* pState) {

@@ -21,7 +21,9 @@ class ToolDatabaseFile final : public IToolDatabaseFile {
 
   HRESULT STDMETHODCALLTYPE CreateStarter(BSTR bstrNewFile, BSTR* pReason) override;
   HRESULT STDMETHODCALLTYPE Copy(BSTR bstrFile, BSTR bstrNewFile, BSTR* pReason) override;
-  HRESULT STDMETHODCALLTYPE RemoveRemains(BSTR bstrFile, BSTR* pReason) override;
+  HRESULT STDMETHODCALLTYPE Check(BSTR bstrFile, BSTR* pReason) override;
+  HRESULT STDMETHODCALLTYPE Replace(BSTR bstrFile, BSTR bstrNewFile, BSTR bstrKept,
+                                    VARIANT_BOOL bCertain, BSTR* pReason) override;
   HRESULT STDMETHODCALLTYPE GetState(BSTR bstrFile, DatabaseFileState* pState) override;
 
  private:

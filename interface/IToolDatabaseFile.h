@@ -11,7 +11,7 @@
 #include "platform/automation/Unknown.h"
 
 inline constexpr IID IID_IToolDatabaseFile = {
-    0xa32d8b9b, 0x9683, 0x41f4, {0xbd, 0x59, 0x57, 0x26, 0xd7, 0x96, 0x71, 0x01}};
+    0x2d8f1c06, 0x5b7e, 0x4c39, {0x91, 0x4a, 0xe0, 0x63, 0x7f, 0x18, 0xb5, 0xd2}};
 
 namespace orxdb {
 
@@ -42,12 +42,19 @@ struct IToolDatabaseFile : public IUnknown {
   /// is left of a failed attempt is the caller's to remove. Until the end nothing is waited for to
   /// reach the disk.
   virtual HRESULT STDMETHODCALLTYPE CreateStarter(BSTR bstrNewFile, BSTR* pReason) = 0;
-  /// Copies a database as it is at one moment, whoever uses it meanwhile. Waits up to five seconds
-  /// for others.
+  /// Copies a database as it is at one moment, whoever uses it meanwhile, to a file that nobody
+  /// uses; the copy has no log. Waits up to five seconds for others.
   virtual HRESULT STDMETHODCALLTYPE Copy(BSTR bstrFile, BSTR bstrNewFile, BSTR* pReason) = 0;
-  /// Removes what a database of that name may have left beside its file, such as its log, which
-  /// would be taken for the log of a file that takes its place.
-  virtual HRESULT STDMETHODCALLTYPE RemoveRemains(BSTR bstrFile, BSTR* pReason) = 0;
+  /// Reads a database through. The reason is the first thing that is not in order.
+  virtual HRESULT STDMETHODCALLTYPE Check(BSTR bstrFile, BSTR* pReason) = 0;
+  /// Gives a finished new file the name of a database that nobody has open, or of none. With a name
+  /// in `bstrKept`, at which there must be no file, the database that was there is kept under it;
+  /// with a null or empty one it is lost. Fails with the old database in place when a program has
+  /// it open, and, unless `bCertain`, when nobody can tell: of a database without a log in a folder
+  /// of another machine, or that belongs to another person. A program that has a connection of its
+  /// own to the file, beside this component, is to close it before.
+  virtual HRESULT STDMETHODCALLTYPE Replace(BSTR bstrFile, BSTR bstrNewFile, BSTR bstrKept,
+                                            VARIANT_BOOL bCertain, BSTR* pReason) = 0;
   /// Looks at the file without waiting for others.
   virtual HRESULT STDMETHODCALLTYPE GetState(BSTR bstrFile, orxdb::DatabaseFileState* pState) = 0;
 };

@@ -1,5 +1,6 @@
 #include "database/engine/Connection.h"
 
+#include <algorithm>
 #include <chrono>
 #include <filesystem>
 #include <mutex>
@@ -70,13 +71,13 @@ std::string UnchangingName(const std::string& path) {
 
 std::shared_ptr<Connection> Connection::Open(const std::string& path, bool exclusive,
                                              bool readOnly) {
-  std::shared_ptr<Connection> connection(new Connection);
+  std::shared_ptr<Connection> connection(new Connection(path));
   try {
     connection->OpenFile(path, readOnly ? SQLITE_OPEN_READONLY : SQLITE_OPEN_READWRITE);
     connection->Configure(exclusive);
   } catch (const CDaoException&) {
     if (!IsWholeWithoutLog(connection->m_handle, path)) throw;
-    connection.reset(new Connection);
+    connection.reset(new Connection(path));
     connection->m_unchanging = true;
     connection->OpenFile(UnchangingName(path), SQLITE_OPEN_READONLY | SQLITE_OPEN_URI);
     connection->Configure(exclusive);
@@ -186,6 +187,17 @@ void CloseAllConnections() noexcept {
     if (const auto connection = each.lock()) connection->Close();
   }
   registry.connections.clear();
+}
+
+bool IsOpenHere(const std::filesystem::path& file) {
+  Registry& registry = OpenConnections();
+  const std::lock_guard lock(registry.mutex);
+  return std::ranges::any_of(registry.connections, [&](const auto& each) {
+    const auto connection = each.lock();
+    std::error_code error;
+    return connection && connection->IsOpen() &&
+           std::filesystem::equivalent(connection->Path(), file, error);
+  });
 }
 
 }  // namespace orxdb

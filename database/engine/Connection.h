@@ -1,8 +1,10 @@
 #pragma once
 
 #include <cstdint>
+#include <filesystem>
 #include <memory>
 #include <string>
+#include <utility>
 
 #include "database/engine/ChangeListener.h"
 #include "database/engine/CommitWatch.h"
@@ -27,6 +29,8 @@ class Connection {
   /// Closes the file and finalises every statement; later operations raise.
   void Close() noexcept;
   bool IsOpen() const noexcept { return m_handle != nullptr; }
+  /// The file, as it was named.
+  const std::string& Path() const noexcept { return m_path; }
   /// Raises when the file is closed.
   sqlite3* Handle() const;
 
@@ -52,13 +56,15 @@ class Connection {
   std::string TemporaryName() { return "orx_copy_" + std::to_string(++m_temporaryTables); }
 
  private:
-  Connection() : m_schema(*this), m_transactions(*this) {}
+  explicit Connection(std::string path)
+      : m_path(std::move(path)), m_schema(*this), m_transactions(*this) {}
   void OpenFile(const std::string& name, int flags);
   void Configure(bool exclusive);
   void WatchCommits();
   bool SetSynchronous(const char* pragma) noexcept;
   static int OnBusy(void* self, int earlier) noexcept;
 
+  std::string m_path;
   sqlite3* m_handle = nullptr;
   TextGuard m_guard;
   StatementCache m_statements;
@@ -75,5 +81,8 @@ class Connection {
 
 /// Closes every open connection of the process.
 void CloseAllConnections() noexcept;
+
+/// Whether a connection of the process is open on that file.
+bool IsOpenHere(const std::filesystem::path& file);
 
 }  // namespace orxdb

@@ -1,44 +1,17 @@
 #include "database/engine/DatabaseFile.h"
 
-#include <memory>
 #include <sqlite3.h>
 
-#include "database/engine/Statement.h"
+#include "database/engine/PlainHandle.h"
 #include "platform/framework/DaoException.h"
 
 namespace orxdb {
 namespace {
 
-constexpr int kLongestWait = 5000;  // milliseconds, for a lock of others
-
-struct CloseHandle {
-  void operator()(sqlite3* database) const { sqlite3_close(database); }
-};
-using Handle = std::unique_ptr<sqlite3, CloseHandle>;
-
-/// Null memory aside there is a handle to ask why, also when the file could not be opened.
-Handle OpenHandle(const std::filesystem::path& file, int flags, int& status) {
-  sqlite3* opened = nullptr;
-  status = sqlite3_open_v2(file.c_str(), &opened, flags, nullptr);
-  return Handle(opened);
-}
-
-Handle Open(const std::filesystem::path& file, int flags) {
-  int status = SQLITE_OK;
-  Handle database = OpenHandle(file, flags, status);
-  if (status != SQLITE_OK) {
-    throw CDaoException(DaoError::Engine, PlainWords(status, sqlite3_errmsg(database.get())));
-  }
-  sqlite3_busy_timeout(database.get(), kLongestWait);
-  return database;
-}
-
-void Run(sqlite3* database, const BuildScript& script) {
-  const std::string sql(script.sql);
-  if (sqlite3_exec(database, sql.c_str(), nullptr, nullptr, nullptr) != SQLITE_OK) {
-    throw CDaoException(DaoError::Engine,
-                        std::string(script.name) + ": " + sqlite3_errmsg(database));
-  }
+/// Runs a part of a new database; the message for a failure names it.
+void RunScript(sqlite3* database, const BuildScript& script) {
+  if (TryRun(database, std::string(script.sql).c_str()) == SQLITE_OK) return;
+  throw CDaoException(DaoError::Engine, std::string(script.name) + ": " + sqlite3_errmsg(database));
 }
 
 void Picture(sqlite3_context* context, int, sqlite3_value** arguments) {
@@ -56,34 +29,15 @@ void Picture(sqlite3_context* context, int, sqlite3_value** arguments) {
 
 void BuildDatabase(const std::filesystem::path& file, std::span<const BuildScript> scripts,
                    PictureSource pictures) {
-  const Handle database = Open(file, SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE);
+  const PlainHandle database = OpenPlain(file, SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE);
   sqlite3_create_function_v2(database.get(), "picture", 1, SQLITE_UTF8, &pictures, Picture, nullptr,
                              nullptr, nullptr);
   // Nobody sees the file before it is whole, so it needs no journal yet.
-  Run(database.get(), {"start", "PRAGMA journal_mode = OFF; PRAGMA synchronous = OFF; BEGIN"});
-  for (const BuildScript& script : scripts) Run(database.get(), script);
-  Run(database.get(), {"end", "COMMIT; PRAGMA synchronous = FULL; PRAGMA journal_mode = WAL"});
-}
-
-void CopyDatabase(const std::filesystem::path& source, const std::filesystem::path& target) {
-  const Handle from = Open(source, SQLITE_OPEN_READONLY);
-  const Handle to = Open(target, SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE);
-  sqlite3_backup* backup = sqlite3_backup_init(to.get(), "main", from.get(), "main");
-  // A database that is in use is told by the step alone.
-  const int copied = backup ? sqlite3_backup_step(backup, -1) : sqlite3_errcode(to.get());
-  const int ended = sqlite3_backup_finish(backup);
-  if (copied != SQLITE_DONE || ended != SQLITE_OK) {
-    const int status = copied != SQLITE_DONE ? copied : ended;
-    throw CDaoException(DaoError::Engine, PlainWords(status, sqlite3_errstr(status)));
-  }
-}
-
-void RemoveDatabaseRemains(const std::filesystem::path& file) {
-  for (const char* suffix : {"-wal", "-shm", "-journal"}) {
-    std::error_code error;
-    std::filesystem::remove(file.string() + suffix, error);
-    if (error) throw CDaoException(DaoError::Engine, error.message());
-  }
+  RunScript(database.get(),
+            {"start", "PRAGMA journal_mode = OFF; PRAGMA synchronous = OFF; BEGIN"});
+  for (const BuildScript& script : scripts) RunScript(database.get(), script);
+  RunScript(database.get(),
+            {"end", "COMMIT; PRAGMA synchronous = FULL; PRAGMA journal_mode = WAL"});
 }
 
 DatabaseFileState StateOfFile(const std::filesystem::path& file) {
@@ -93,11 +47,8 @@ DatabaseFileState StateOfFile(const std::filesystem::path& file) {
   if (std::filesystem::is_directory(status)) return DatabaseFileState::Folder;
   if (std::filesystem::file_size(file, error) == 0 && !error) return DatabaseFileState::Empty;
   int result = SQLITE_OK;
-  const Handle database = OpenHandle(file, SQLITE_OPEN_READONLY, result);
-  if (result == SQLITE_OK) {
-    result = sqlite3_exec(database.get(), "SELECT count(*) FROM sqlite_schema", nullptr, nullptr,
-                          nullptr);
-  }
+  const PlainHandle database = TryOpenPlain(file, SQLITE_OPEN_READONLY, result);
+  if (result == SQLITE_OK) result = TryRun(database.get(), "SELECT count(*) FROM sqlite_schema");
   switch (result) {
     case SQLITE_CANTOPEN:
       return DatabaseFileState::Unreadable;

@@ -27,11 +27,39 @@ using PictureSource = std::optional<std::string_view> (*)(std::string_view name)
 void BuildDatabase(const std::filesystem::path& file, std::span<const BuildScript> scripts,
                    PictureSource pictures);
 
-/// Copies a database as it is at one moment, whoever uses it meanwhile. Raises CDaoException.
+/// Copies a database as it is at one moment, whoever uses it meanwhile, to a file that nobody else
+/// uses; the copy has no log. Raises CDaoException.
 void CopyDatabase(const std::filesystem::path& source, const std::filesystem::path& target);
 
-/// Removes the log, and what else a database has beside its file. Raises CDaoException.
-void RemoveDatabaseRemains(const std::filesystem::path& file);
+/// Reads all of a database and raises CDaoException for the first thing that is not in order.
+void CheckDatabase(const std::filesystem::path& file);
+
+/// How a database takes unfinished changes back: by a journal of what was there before, which is
+/// beside the file while somebody changes it, or by a log of what is to come.
+enum class Journal { Unknown, Rollback, Log };
+
+/// Gives a database that nobody has open another journal. Raises CDaoException.
+void SetJournal(const std::filesystem::path& file, Journal journal);
+
+/// Gives a copy of a database, checked, its name only when it is whole. A file of that name is
+/// replaced if `replace` says so and nobody has it open, and raises CDaoException else.
+void BackUpDatabase(const std::filesystem::path& source, const std::filesystem::path& target,
+                    bool replace);
+
+/// Raises CDaoException (`Busy`) when anybody has the database open, in this process or another,
+/// and, unless `certain`, when nobody can tell. What is only in its log comes into the file.
+/// Tells the journal that it has, unless it is damaged.
+///
+/// A program that has a file with a log open holds a lock on it; one without a log shows in nothing
+/// but that the file is open, which systems tell of local files to their owners.
+Journal RequireUnused(const std::filesystem::path& file, bool certain);
+
+/// Gives a finished new database the name and the journal of one that nobody has open, as
+/// RequireUnused tells. What
+/// was there, if anything, is kept under the name `kept` with all that belongs to it, or, when that
+/// is empty, lost. Raises CDaoException; the old one is then still in its place.
+void ReplaceDatabase(const std::filesystem::path& file, const std::filesystem::path& fresh,
+                     const std::filesystem::path& kept, bool certain);
 
 /// What a file is, without waiting for others.
 DatabaseFileState StateOfFile(const std::filesystem::path& file);

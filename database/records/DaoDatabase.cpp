@@ -1,6 +1,7 @@
 #include "database/records/DaoDatabase.h"
 
 #include "database/engine/Connection.h"
+#include "database/engine/DatabaseFile.h"
 #include "platform/framework/DaoException.h"
 #include "platform/framework/ExecutablePath.h"
 
@@ -44,6 +45,10 @@ bool CDaoDatabase::IsChanging() const noexcept {
 
 bool CDaoDatabase::HasLostChanges() const noexcept {
   return m_connection && m_connection->GetTransactions().HasLostGroup();
+}
+
+void CDaoDatabase::BackUp(const std::string& file, bool replace) const {
+  orxdb::BackUpDatabase(GetConnection()->Path(), orxdb::NativePath(file), replace);
 }
 
 void CDaoDatabase::Close() noexcept {

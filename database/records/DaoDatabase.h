@@ -43,6 +43,11 @@ class CDaoDatabase {
   /// Whether the database had to take the open group back: it can only be cancelled.
   bool HasLostChanges() const noexcept;
 
+  /// Gives a whole copy of the database, checked, the name of a file (either path separator) as it
+  /// was at one moment, whoever writes meanwhile; an open group of changes is not in it. Another
+  /// file of that name raises, unless it may be replaced and nobody has it open.
+  void BackUp(const std::string& file, bool replace) const;
+
   /// Closes the file; recordsets still open on it raise from then on. Closing twice is harmless.
   void Close() noexcept;
 

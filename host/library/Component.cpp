@@ -7,13 +7,13 @@
 namespace orxdb {
 namespace {
 
-HRESULT FindFactory(const std::filesystem::path& beside, ComPtr<IClassFactory>& factory) {
+HRESULT FindFactory(const CLSID& known, const OLECHAR* progId, const std::filesystem::path& beside,
+                    ComPtr<IClassFactory>& factory) {
   if (std::filesystem::exists(beside)) {
-    return CoGetClassObjectFromFile(beside.c_str(), CLSID_OrxDbObj, IClassFactory::iid,
-                                    factory.putVoid());
+    return CoGetClassObjectFromFile(beside.c_str(), known, IClassFactory::iid, factory.putVoid());
   }
   CLSID clsid{};
-  const HRESULT status = CLSIDFromProgID(kOrxDbVersionIndependentProgId, &clsid);
+  const HRESULT status = CLSIDFromProgID(progId, &clsid);
   return FAILED(status) ? status
                         : CoGetClassObject(clsid, CLSCTX_INPROC_SERVER, nullptr, IClassFactory::iid,
                                            factory.putVoid());
@@ -28,6 +28,23 @@ HostError NotUsable(HRESULT status) {
   return HostError("The component ORXDB.OrxDbObj cannot be used (" + Hexadecimal(status) + ").");
 }
 
+ComPtr<IClassFactory> FactoryOf(const CLSID& clsid, const OLECHAR* progId) {
+  const auto beside = ProgramFolder().parent_path() / "lib" / "libORXDB.so";
+  ComPtr<IClassFactory> factory;
+  const HRESULT status = FindFactory(clsid, progId, beside, factory);
+  if (status == CO_E_CLASSSTRING) throw NotFound(beside);
+  if (FAILED(status)) throw NotUsable(status);
+  return factory;
+}
+
+template <typename Interface>
+ComPtr<Interface> CreateBy(IClassFactory& factory) {
+  ComPtr<Interface> object;
+  const HRESULT status = factory.CreateInstance(nullptr, Interface::iid, object.putVoid());
+  if (FAILED(status)) throw NotUsable(status);
+  return object;
+}
+
 }  // namespace
 
 std::filesystem::path ProgramFolder() {
@@ -35,20 +52,16 @@ std::filesystem::path ProgramFolder() {
 }
 
 ComPtr<IClassFactory> ComponentClass() {
-  const auto beside = ProgramFolder().parent_path() / "lib" / "libORXDB.so";
-  ComPtr<IClassFactory> factory;
-  const HRESULT status = FindFactory(beside, factory);
-  if (status == CO_E_CLASSSTRING) throw NotFound(beside);
-  if (FAILED(status)) throw NotUsable(status);
-  return factory;
+  return FactoryOf(CLSID_OrxDbObj, kOrxDbVersionIndependentProgId);
 }
 
 ComPtr<IOrxDbObj> CreateComponent() {
-  ComPtr<IOrxDbObj> component;
-  const HRESULT status =
-      ComponentClass()->CreateInstance(nullptr, IOrxDbObj::iid, component.putVoid());
-  if (FAILED(status)) throw NotUsable(status);
-  return component;
+  return CreateBy<IOrxDbObj>(*ComponentClass());
+}
+
+ComPtr<IOrxDbLibrary> CreateLibrary() {
+  return CreateBy<IOrxDbLibrary>(
+      *FactoryOf(CLSID_OrxDbLibrary, kOrxDbLibraryVersionIndependentProgId));
 }
 
 }  // namespace orxdb

@@ -4,6 +4,7 @@
 
 #include <filesystem>
 
+#include "interface/IOrxDbLibrary.h"
 #include "interface/IOrxDbObj.h"
 #include "platform/automation/ComPtr.h"
 
@@ -17,5 +18,9 @@ ComPtr<IClassFactory> ComponentClass();
 
 /// A new object. There is to be one at a time: all share one open database. Throws HostError.
 ComPtr<IOrxDbObj> CreateComponent();
+
+/// A new object of the second class, which works on the database that the first has open. Throws
+/// HostError.
+ComPtr<IOrxDbLibrary> CreateLibrary();
 
 }  // namespace orxdb

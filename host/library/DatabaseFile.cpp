@@ -59,6 +59,18 @@ DatabaseFileState StateOf(IToolDatabaseFile& files, const std::filesystem::path&
   return state;
 }
 
+using Naming = std::function<void(const std::filesystem::path&)>;
+
+void ReplaceFile(IToolDatabaseFile& files, const std::filesystem::path& file,
+                 const std::filesystem::path& fresh, const std::filesystem::path& kept,
+                 bool certain) {
+  Bstr reason;
+  if (FAILED(files.Replace(PathText(file).get(), PathText(fresh).get(), PathText(kept).get(),
+                           certain ? VARIANT_TRUE : VARIANT_FALSE, reason.put()))) {
+    throw Failed(file, "cannot be replaced", reason);
+  }
+}
+
 }  // namespace
 
 std::filesystem::path DefaultDatabase() {
@@ -71,20 +83,17 @@ std::filesystem::path DatabaseNamed(const std::string& name) {
 
 void CreateStarterDatabase(const std::filesystem::path& file, bool replace) {
   const ComPtr<IToolDatabaseFile> files = Files();
-  Bstr reason;
   const auto build = [&](const std::filesystem::path& building) {
+    Bstr reason;
     if (file.has_parent_path()) std::filesystem::create_directories(file.parent_path());
     if (FAILED(files->CreateStarter(PathText(building).get(), reason.put()))) {
       throw Failed(file, "cannot be created", reason);
     }
   };
-  // The log of a replaced database must never be taken for one of the new file.
-  const auto removeLogs = [&] {
-    if (FAILED(files->RemoveRemains(PathText(file).get(), reason.put()))) {
-      throw Failed(file, "cannot be replaced", reason);
-    }
+  const auto name = [&](const std::filesystem::path& built) {
+    ReplaceFile(*files, file, built, {}, false);
   };
-  WriteNewFile(file, replace, ", with all its tools", build, removeLogs);
+  WriteNewFile(file, replace, ", with all its tools", build, replace ? name : Naming());
 }
 
 void CopyDatabase(const std::filesystem::path& source, const std::filesystem::path& target) {
@@ -96,6 +105,22 @@ void CopyDatabase(const std::filesystem::path& source, const std::filesystem::pa
     throw HostError(WhyUnusable(state, source.string()));
   }
   throw Failed(source, "cannot be copied", reason);
+}
+
+void RestoreDatabase(const std::filesystem::path& file, const std::filesystem::path& backup,
+                     const std::filesystem::path& kept, bool certain) {
+  const ComPtr<IToolDatabaseFile> files = Files();
+  const auto copy = [&](const std::filesystem::path& building) {
+    CopyDatabase(backup, building);
+    Bstr reason;
+    if (FAILED(files->Check(PathText(building).get(), reason.put()))) {
+      throw Failed(backup, "is not in order", reason);
+    }
+  };
+  const auto name = [&](const std::filesystem::path& built) {
+    ReplaceFile(*files, file, built, kept, certain);
+  };
+  WriteNewFile(file, true, "", copy, name);
 }
 
 std::string WhyUnusable(const std::filesystem::path& file) {

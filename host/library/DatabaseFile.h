@@ -13,11 +13,18 @@ std::filesystem::path DefaultDatabase();
 std::filesystem::path DatabaseNamed(const std::string& name);
 
 /// Creates the database `file` to start from, its folders too, or nothing at all. Throws HostError,
-/// also when there is a file already, unless it may be replaced.
+/// also when there is a file already, unless it may be replaced; one that
+/// somebody has open is never replaced.
 void CreateStarterDatabase(const std::filesystem::path& file, bool replace);
 
 /// Copies a database as it is at one moment, whoever uses it meanwhile. Throws HostError.
 void CopyDatabase(const std::filesystem::path& source, const std::filesystem::path& target);
+
+/// Puts a copy of another database, checked, in the place of a database that nobody has open, or of
+/// none. What was there is kept under the name `kept`. Throws HostError with everything as it was,
+/// also when nobody can tell whether others have the database open, unless the person is `certain`.
+void RestoreDatabase(const std::filesystem::path& file, const std::filesystem::path& backup,
+                     const std::filesystem::path& kept, bool certain);
 
 /// A sentence on why the component found no tools in the file.
 std::string WhyUnusable(const std::filesystem::path& file);

@@ -68,7 +68,8 @@ Cell ToolProperties::Value(std::string_view name) const {
   return found == all.end() ? Cell() : Cells()[static_cast<std::size_t>(found - all.begin())];
 }
 
-ToolDatabase::ToolDatabase(const std::string& file) : m_component(CreateComponent()) {
+ToolDatabase::ToolDatabase(const std::string& file)
+    : m_component(CreateComponent()), m_library(CreateLibrary()) {
   if (file.empty()) {
     m_component->OpenDefaultDataBase();
   } else {
@@ -78,6 +79,12 @@ ToolDatabase::ToolDatabase(const std::string& file) : m_component(CreateComponen
   if (m_types.empty()) {
     throw HostError(WhyUnusable(DatabaseNamed(file)));
   }
+}
+
+std::string ToolDatabase::LastError() const {
+  Bstr text;
+  m_library->LastError(text.put());
+  return NarrowBstr(text.get());
 }
 
 std::string ToolDatabase::TableNamed(const std::string& name) const {

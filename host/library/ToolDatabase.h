@@ -9,6 +9,7 @@
 
 #include "host/library/Cell.h"
 #include "host/library/HostError.h"
+#include "interface/IOrxDbLibrary.h"
 #include "interface/ToolHost.h"
 
 namespace orxdb {
@@ -55,6 +56,9 @@ class ToolDatabase {
   explicit ToolDatabase(const std::string& file);
 
   IOrxDbObj& Component() const noexcept { return *m_component; }
+  IOrxDbLibrary& Library() const noexcept { return *m_library; }
+  /// Why the last call of the component failed, in sentences.
+  std::string LastError() const;
 
   const std::vector<ToolKind>& Types() const noexcept { return m_types; }
   /// The table's exact name for a name in any case.
@@ -90,6 +94,7 @@ class ToolDatabase {
 
  private:
   ComPtr<IOrxDbObj> m_component;
+  ComPtr<IOrxDbLibrary> m_library;
   std::vector<ToolKind> m_types;
 };
 

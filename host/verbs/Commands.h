@@ -22,6 +22,7 @@ void ShowVersions(const Settings& settings);
 
 /// `settings` is filled when the verb runs; it and the app outlive every verb.
 void AddCreateCommand(CLI::App& app, const Settings& settings);
+void AddBackUpCommands(CLI::App& app, const Settings& settings);
 void AddBrowseCommands(CLI::App& app, const Settings& settings);
 
 void AddPropertyCommands(CLI::App& app, const Settings& settings);

@@ -42,6 +42,7 @@ bool Run(int argc, char** argv) {
   AddLookupCommands(app, settings);
   AddMachiningCommands(app, settings);
   AddExchangeCommands(app, settings);
+  AddBackUpCommands(app, settings);
   app.get_formatter()->label("SUBCOMMAND", "VERB");
   for (CLI::App* verb : app.get_subcommands({})) verb->group("Verbs");
   app.footer("Example:\n  orxdb create && orxdb types && orxdb list TAP --limit 10");
