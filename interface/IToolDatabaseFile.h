@@ -43,7 +43,7 @@ struct IToolDatabaseFile : public IUnknown {
   /// reach the disk.
   virtual HRESULT STDMETHODCALLTYPE CreateStarter(BSTR bstrNewFile, BSTR* pReason) = 0;
   /// Copies a database as it is at one moment, whoever uses it meanwhile, to a file that nobody
-  /// uses; the copy has no log. Waits up to five seconds for others.
+  /// uses. Waits up to five seconds for others.
   virtual HRESULT STDMETHODCALLTYPE Copy(BSTR bstrFile, BSTR bstrNewFile, BSTR* pReason) = 0;
   /// Reads a database through. The reason is the first thing that is not in order.
   virtual HRESULT STDMETHODCALLTYPE Check(BSTR bstrFile, BSTR* pReason) = 0;

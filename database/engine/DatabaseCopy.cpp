@@ -68,7 +68,6 @@ void CopyDatabase(const fs::path& source, const fs::path& target) {
     const int status = copied != SQLITE_DONE ? copied : ended;
     Raise(PlainWords(status, sqlite3_errstr(status)));
   }
-  Run(to.get(), "PRAGMA journal_mode = DELETE");
 }
 
 void CheckDatabase(const fs::path& file) {
@@ -95,6 +94,7 @@ void BackUpDatabase(const fs::path& source, const fs::path& target, bool replace
     }
     NewFile copy(target);
     CopyDatabase(source, copy.Path());
+    SetJournal(copy.Path(), Journal::Rollback);
     CheckDatabase(copy.Path());
     copy.Store();
     RemoveRemains(target);

@@ -28,7 +28,7 @@ void BuildDatabase(const std::filesystem::path& file, std::span<const BuildScrip
                    PictureSource pictures);
 
 /// Copies a database as it is at one moment, whoever uses it meanwhile, to a file that nobody else
-/// uses; the copy has no log. Raises CDaoException.
+/// uses. Raises CDaoException.
 void CopyDatabase(const std::filesystem::path& source, const std::filesystem::path& target);
 
 /// Reads all of a database and raises CDaoException for the first thing that is not in order.

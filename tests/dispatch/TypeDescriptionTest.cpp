@@ -97,7 +97,7 @@ TEST_F(TypeDescriptionTest, SaysWhatTheInterfacesDeclare) {
   std::istringstream directions(
       "i o ioo io iii iiio iiii iiio io ioi=-1 io iio ii iioo iio oo o iiioo ioo iiooo . ioo io "
       "ioo -- ioo iii ii iio iiioo io iioo io io ii io iiiioo iiioo io ---- io "
-      "r iioooo r iii . . .");
+      "r iioooo r iii . . . ii");
   for (const auto& [name, place] : {std::pair(std::string("OrxDbObj"), 0u), {"OrxDbLibrary", 2}}) {
     ComPtr<ITypeInfo> late;
     ASSERT_EQ(m_library->GetTypeInfo(place, late.put()), S_OK);
