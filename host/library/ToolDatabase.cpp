@@ -135,6 +135,19 @@ std::vector<Property> ToolDatabase::Properties(const std::string& table) {
   return properties;
 }
 
+FieldLimits ToolDatabase::Limits(const std::string& table, const std::string& property) {
+  FieldLimits limits;
+  VARIANT_BOOL required = VARIANT_FALSE;
+  Variant lowest;
+  Variant highest;
+  if (FAILED(m_library->GetFieldLimits(WidenToBstr(table).get(), WidenToBstr(property).get(),
+                                       &limits.longest, &required, lowest.put(), highest.put()))) {
+    throw HostError("The limits of " + property + " of " + table + " cannot be read.");
+  }
+  limits.required = required != VARIANT_FALSE;
+  return limits;
+}
+
 std::vector<std::string> ToolDatabase::SearchParams(const std::string& table) {
   Variant names;
   m_component->GetSearchParamNames(WidenToBstr(table).get(), names.put());

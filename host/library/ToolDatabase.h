@@ -27,6 +27,12 @@ struct Property {
   VARTYPE type = VT_NULL;  ///< VT_NULL for a type of the database that the component does not know
 };
 
+/// What a value of a property must keep to beside its type.
+struct FieldLimits {
+  LONG longest = 0;  ///< of a text, in Unicode characters; 0 for no limit
+  bool required = false;
+};
+
 /// The property that a person names, in any case. Throws HostError, which names those that the
 /// table's tools have, when there is none.
 const Property& PropertyNamed(const std::string& table, const std::string& name,
@@ -73,6 +79,7 @@ class ToolDatabase {
 
   /// All properties of the table's tools, in the table's order.
   std::vector<Property> Properties(const std::string& table);
+  FieldLimits Limits(const std::string& table, const std::string& property);
   /// Names of the properties that tools are searched by.
   std::vector<std::string> SearchParams(const std::string& table);
   /// What a looked-up property may be; nothing for any other. With the diameter of a tap in
@@ -113,6 +120,8 @@ class ToolWalk {
 
   /// Values of the tool at positions of the table's properties.
   std::vector<Cell> Values(const std::vector<std::size_t>& positions) const;
+  /// All of the tool's properties.
+  const Tool& Current() const noexcept { return *m_tool; }
 
  private:
   std::string m_table;

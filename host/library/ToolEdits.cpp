@@ -2,33 +2,12 @@
 
 #include <algorithm>
 
+#include "host/library/MessageCatcher.h"
 #include "platform/framework/Exception.h"
-#include "platform/framework/MessageBox.h"
 #include "platform/framework/Text.h"
 
 namespace orxdb {
 namespace {
-
-/// Keeps the last message that the component shows, instead of showing it.
-class MessageCatcher {
- public:
-  MessageCatcher()
-      : m_earlier(
-            InstallMessageBoxHandler([this](const std::string& text, const std::string&, unsigned) {
-              m_text = text;
-              return IDOK;
-            })) {}
-  MessageCatcher(const MessageCatcher&) = delete;
-  MessageCatcher& operator=(const MessageCatcher&) = delete;
-  ~MessageCatcher() { InstallMessageBoxHandler(m_earlier); }
-
-  /// Empty without a message.
-  const std::string& Text() const noexcept { return m_text; }
-
- private:
-  std::string m_text;
-  MessageBoxHandler m_earlier;
-};
 
 std::string Described(const std::string& table, LONG id) {
   return "Tool " + std::to_string(id) + " of " + table;

@@ -1,5 +1,7 @@
 #include "host/library/ToolListing.h"
 
+#include <algorithm>
+
 namespace orxdb {
 namespace {
 
@@ -8,14 +10,28 @@ std::vector<std::size_t> Chosen(ToolDatabase& database, const std::string& table
                                 const ListingOptions& options,
                                 const std::vector<Property>& properties) {
   std::vector<std::size_t> positions;
+  const auto add = [&](const Property& property) {
+    const auto position = static_cast<std::size_t>(&property - properties.data());
+    const bool again = std::ranges::find(positions, position) != positions.end();
+    if (!again || !options.columns.empty()) positions.push_back(position);
+  };
   for (const std::string& column : options.columns) {
-    const Property& property = PropertyNamed(table, column, properties);
-    positions.push_back(static_cast<std::size_t>(&property - properties.data()));
+    add(PropertyNamed(table, column, properties));
   }
-  if (options.columns.empty()) {
-    for (std::size_t i = 0; i < properties.size(); ++i) {
-      if (options.hidden || !database.IsHidden(properties[i].name)) positions.push_back(i);
+  if (!options.columns.empty()) return positions;
+  const auto addThose = [&](auto&& isWanted) {
+    for (const Property& property : properties) {
+      if (isWanted(property.name)) add(property);
     }
+  };
+  const std::vector<std::string> searched = database.SearchParams(table);
+  addThose([&](const std::string& name) { return ToolDatabase::IsKey(table, name); });
+  if (!options.all) addThose([](const std::string& name) { return name == "Name"; });
+  for (const std::string& param : options.all ? std::vector<std::string>() : searched) {
+    addThose([&](const std::string& name) { return name == param; });
+  }
+  if (options.all || searched.empty()) {
+    addThose([&](const std::string& name) { return options.all || !database.IsHidden(name); });
   }
   return positions;
 }

@@ -20,8 +20,10 @@ Answer CountTools(ToolDatabase& database, const std::string& table, const std::s
 struct ListingOptions {
   std::string where;                 ///< a condition; empty for all tools
   std::string order;                 ///< empty for the order that there is
-  std::vector<std::string> columns;  ///< names of properties; empty for all that people may see
-  bool hidden = false;               ///< then hidden ones too
+  std::vector<std::string> columns;  ///< names of properties; empty for the usual ones
+  /// Then the usual properties are all; else they are the ID, the name and those that tools of the
+  /// table are searched by, or for a table without any, all that people may see.
+  bool all = false;
 };
 
 /// Tools one by one. Operations throw HostError.

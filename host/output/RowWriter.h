@@ -15,9 +15,18 @@ namespace orxdb {
 enum class Format {
   Table,  ///< aligned columns for people
   Json,   ///< an array of one object per row
-  /// RFC 4180: CR LF; text with a separator, quote or line end, and empty text, in double quotes
+  /// RFC 4180: CR LF; text with a separator, quote or line end, and empty text, in double quotes;
+  /// characters that are none of a text are shown as �
   Csv,
   Tsv,  ///< one line per row; tab, line ends and backslash as \t \n \r \\.
+};
+
+/// How rows are written.
+struct Layout {
+  Layout(Format kind = Format::Table) : format(kind) {}  // NOLINT(google-explicit-constructor)
+
+  Format format;
+  std::size_t width = 0;  ///< places that a line of a table has; 0 for as many as it takes
 };
 
 /// Takes the text as it comes.
@@ -42,22 +51,18 @@ class RowWriter {
   Sink m_sink;
 };
 
-std::unique_ptr<RowWriter> MakeRowWriter(Format format, Sink sink);
+std::unique_ptr<RowWriter> MakeRowWriter(Layout layout, Sink sink);
 
-/// As Csv, with another separator than the comma.
+/// As Csv, with any separator and all characters as they are.
 std::unique_ptr<RowWriter> MakeCsvWriter(Sink sink, char separator);
 
 /// An object per row, each on a line of its own.
 std::unique_ptr<RowWriter> MakeJsonLinesWriter(Sink sink);
 
 /// For rows whose last cell is all that people want to see: one a line without a header for them.
-std::unique_ptr<RowWriter> MakeBareWriter(Format format, Sink sink);
+std::unique_ptr<RowWriter> MakeBareWriter(Layout layout, Sink sink);
 
 /// For one row: a property a line for people, one object as JSON, a header and a row otherwise.
-std::unique_ptr<RowWriter> MakeRecordWriter(Format format, Sink sink);
-
-/// Number of places that text takes on a terminal: none for combining characters, two for wide
-/// ones.
-std::size_t DisplayWidth(std::string_view text);
+std::unique_ptr<RowWriter> MakeRecordWriter(Layout layout, Sink sink);
 
 }  // namespace orxdb

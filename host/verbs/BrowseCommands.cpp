@@ -1,19 +1,21 @@
 // types, list, count: looking at the tools.
 #include <CLI/CLI.hpp>
-#include <cstdint>
 #include <limits>
 #include <memory>
 
 #include "host/library/ToolListing.h"
 #include "host/verbs/CommonArguments.h"
 #include "host/verbs/Show.h"
+#include "platform/automation/Ascii.h"
 
 namespace orxdb {
 namespace {
 
+constexpr long long kNoLimit = -1;
+
 struct ListOptions : ListingOptions {
   std::string table;
-  std::uint64_t limit = std::numeric_limits<std::uint64_t>::max();
+  long long limit = kNoLimit;
 };
 
 void List(const Settings& settings, const ListOptions& options) {
@@ -24,7 +26,7 @@ void List(const Settings& settings, const ListOptions& options) {
   // Not gathered first: there may be many, and a reader who has read enough.
   const auto writer = MakeRowWriter(settings.format, Put);
   writer->Header(tools.Columns());
-  for (std::uint64_t count = 0; tool && count < options.limit; ++count) {
+  for (long long count = 0; tool && count != options.limit; ++count) {
     writer->Row(*std::move(tool));
     tool = tools.Next();
   }
@@ -52,13 +54,15 @@ void AddBrowseCommands(CLI::App& app, const Settings& settings) {
   list->add_option("--order", options->order, "Properties to sort by, each with DESC for falling")
       ->type_name("ORDER");
   list->add_option("--columns", options->columns, "Only these properties, in this order")
+      ->transform([](const std::string& name) { return std::string(Trim<char>(name, " ")); })
       ->delimiter(',')
       ->allow_extra_args(false)
       ->type_name("A,B,C");
-  list->add_option("--limit", options->limit, "At most so many tools")
-      ->check(CLI::NonNegativeNumber)
+  list->add_option("--limit", options->limit, "At most so many tools; -1 for all")
+      ->check(CLI::Range(kNoLimit, std::numeric_limits<long long>::max(), ""))
       ->type_name("N");
-  list->add_flag("--all", options->hidden, "Hidden properties too");
+  list->add_flag("--all", options->all,
+                 "All properties; else the ID, the name and what tools are searched by");
   list->footer(
       "Example:\n"
       "  orxdb list TAP --where \"Diameter BETWEEN 3 AND 6 AND Name LIKE 'Tap M*'\" \\\n"

@@ -14,7 +14,7 @@ namespace orxdb {
 /// What the options before the verb say.
 struct Settings {
   std::string database;  ///< empty for the default database
-  Format format = Format::Table;
+  Layout format;
 };
 
 /// Writes the versions of the libraries that the program uses.

@@ -3,8 +3,11 @@
 #include <cerrno>
 #include <cstdio>
 #include <cstring>
+#include <sys/ioctl.h>
+#include <unistd.h>
 
 #include "host/library/HostError.h"
+#include "host/output/DisplayText.h"
 
 namespace orxdb {
 namespace {
@@ -14,35 +17,41 @@ namespace {
   throw HostError(std::string("The results cannot be written: ") + std::strerror(errno) + '.');
 }
 
-std::unique_ptr<RowWriter> MakeWriter(Format format, Shape shape) {
+std::unique_ptr<RowWriter> MakeWriter(Layout layout, Shape shape) {
   switch (shape) {
     case Shape::Bare:
-      return MakeBareWriter(format, Put);
+      return MakeBareWriter(layout, Put);
     case Shape::Record:
-      return MakeRecordWriter(format, Put);
+      return MakeRecordWriter(layout, Put);
     case Shape::Rows:
       break;
   }
-  return MakeRowWriter(format, Put);
+  return MakeRowWriter(layout, Put);
 }
 
 }  // namespace
 
 void Tell(const std::string& sentence) {
-  std::fprintf(stderr, "%s\n", sentence.c_str());
+  std::fprintf(stderr, "%s\n", Harmless(sentence).c_str());
 }
 
 void Put(std::string_view text) {
   if (std::fwrite(text.data(), 1, text.size(), stdout) != text.size()) FailToWrite();
 }
 
+std::size_t TerminalWidth() {
+  winsize size{};
+  const bool known = isatty(STDOUT_FILENO) != 0 && ioctl(STDOUT_FILENO, TIOCGWINSZ, &size) == 0;
+  return known ? size.ws_col : 0;
+}
+
 void EndOutput() {
   if (std::fflush(stdout) != 0) FailToWrite();
 }
 
-void Show(Format format, Shape shape, Answer answer) {
+void Show(Layout layout, Shape shape, Answer answer) {
   for (const std::string& remark : answer.remarks) Tell(remark);
-  const auto writer = MakeWriter(format, shape);
+  const auto writer = MakeWriter(layout, shape);
   writer->Header(answer.columns);
   for (std::vector<Cell>& row : answer.rows) writer->Row(std::move(row));
   writer->End();

@@ -18,6 +18,8 @@ void Tell(const std::string& sentence);
 /// Writes to standard output. Throws HostError when that refuses and OutputClosed when nobody reads
 /// it any more.
 void Put(std::string_view text);
+/// Places of a line on the terminal that the results go to; 0 when they go elsewhere.
+std::size_t TerminalWidth();
 /// Writes what has been held back, likewise.
 void EndOutput();
 
@@ -28,6 +30,6 @@ enum class Shape {
 };
 
 /// Writes an answer. Throws HostError with its complaint when it has one.
-void Show(Format format, Shape shape, Answer answer);
+void Show(Layout layout, Shape shape, Answer answer);
 
 }  // namespace orxdb

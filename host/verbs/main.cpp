@@ -17,11 +17,15 @@ void AddSettings(CLI::App& app, Settings& settings) {
                  "The database; by default CAM/TOOLS/tools.mdb beside the program's folder")
       ->type_name("FILE");
   CLI::Option* json = app.add_flag_callback(
-      "--json", [&] { settings.format = Format::Json; }, "Results as JSON");
+      "--json", [&] { settings.format.format = Format::Json; }, "Results as JSON");
   CLI::Option* csv = app.add_flag_callback(
-      "--csv", [&] { settings.format = Format::Csv; }, "Results as CSV");
+      "--csv", [&] { settings.format.format = Format::Csv; }, "Results as CSV");
   CLI::Option* tsv = app.add_flag_callback(
-      "--tsv", [&] { settings.format = Format::Tsv; }, "Results as lines with tabs");
+      "--tsv", [&] { settings.format.format = Format::Tsv; }, "Results as lines with tabs");
+  settings.format.width = TerminalWidth();
+  app.add_flag_callback(
+      "--wide", [&] { settings.format.width = 0; },
+      "Tables with all of long texts, on lines as long as they come");
   json->excludes(csv)->excludes(tsv);
   csv->excludes(tsv);
 }
@@ -59,8 +63,8 @@ bool Run(int argc, char** argv) {
   }
 }
 
-int Fail(const char* message) noexcept {
-  std::fprintf(stderr, "orxdb: %s\n", message);
+int Fail(const char* message) {
+  Tell(std::string("orxdb: ") + message);
   return 1;
 }
 

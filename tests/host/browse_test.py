@@ -1,11 +1,15 @@
 """Creating and browsing a database, and what all verbs have in common."""
 import csv
+import fcntl
 import io
 import os
+import pty
 import re
 import shutil
 import sqlite3
+import struct
 import subprocess
+import termios
 import unittest
 from contextlib import closing
 
@@ -26,9 +30,58 @@ class Browse(Orxdb):
         tools = self.cells("list", "tap", "--where", where, "--order", order, "--columns", "NAME,diameter,ID")
         self.assertEqual(tools, self.rows(f"SELECT Name, Diameter, ID FROM Q_TAP WHERE {where} ORDER BY {order}"))
         self.assertEqual(self.json("count", "TAP", "--where", where), [{"Table": "TAP", "Count": len(tools)}])
-        shown, every = (list(self.json("list", "TAP", "--limit", "1", *all)[0]) for all in ([], ["--all"]))
         parts = ("ID", "AUX_", "Overall_Len", "Exposed_Len", "IsFavorite", "Fit", "Feed", "Speed")
-        self.assertEqual(shown, [name for name in every if not any(part in name for part in parts)])
+        tool = self.json("show", "TAP", "1", "--all")
+        self.assertEqual(list(self.json("show", "TAP", "1")), [n for n in tool if not any(part in n for part in parts)])
+        self.sql("UPDATE TOOL_TYPES_DATA SET SEARCH_PARAM = NULL WHERE TOOLTABLE_NAME = 'Q_REAMER'")
+        for table, columns in (
+                ("TAP", ["ID", "Name", "Thread_Size", "Thread_Series", "Diameter", "Unit", "TappingHead"]),
+                ("TAPPING_HEAD", ["TAPPING_HEAD.ID", "Name", "Min_Diameter", "Max_Diameter", "Unit"]),
+                ("REAMER", ["ID", *self.json("show", "REAMER", "1")])):
+            self.assertEqual(list(self.json("list", table, "--limit", "1")[0]), columns)
+        self.assertEqual(self.cells("list", "TAP", "--limit", "-1"), self.rows(
+            "SELECT ID, Name, Thread_Size, Thread_Series, Diameter, Unit, TappingHead FROM Q_TAP"))
+        self.assertEqual(self.json("list", "TAP", "--columns", " id, Unit,ID", "--limit", "1"), [{"ID": 1, "Unit": "mm"}])
+
+    def terminal(self, width, *arguments):
+        """Lines that a terminal of that many places shows."""
+        ours, theirs = pty.openpty()
+        fcntl.ioctl(theirs, termios.TIOCSWINSZ, struct.pack("HHHH", 40, width, 0, 0))
+        with subprocess.Popen([PROGRAM, "--db", self.database, *arguments], stdout=theirs) as process:
+            os.close(theirs)
+            with open(ours, "rb", buffering=0) as screen:
+                output = b""
+                try:
+                    while part := screen.read(65536):
+                        output += part
+                except OSError:  # how the end of a terminal looks
+                    pass
+        self.assertEqual(process.returncode, 0)
+        return output.decode().replace("\r\n", "\n").splitlines()
+
+    def test_tables_fit_the_terminal(self):
+        name = "End mill 刀 " + "very long " * 30
+        self.sql(("UPDATE FLAT_END_MILL SET Name = ?, Diameter = 1.23456789 WHERE ID = 2", (name,)))
+        for verb in (["list", "FLAT_END_MILL"], ["materials"], ["list", "TAP"]):
+            whole = self.ok(*verb).splitlines()
+            self.assertEqual(self.terminal(60, *verb, "--wide"), whole)
+            self.assertEqual(self.terminal(1000, *verb), whole)
+            lines = self.terminal(100, *verb)
+            self.assertEqual(len(lines), len(whole))
+            self.assertEqual({len(line) + line.count("刀") > 100 for line in lines}, {False})
+            self.assertEqual(len(lines[1]), min(100, len(whole[1])))
+        line = self.terminal(80, "list", "FLAT_END_MILL")[3]
+        self.assertRegex(line, r"^ ?2  End mill 刀 .*… +1\.23456789 ")
+        self.assertEqual(self.terminal(40, "show", "FLAT_END_MILL", "2")[2].split(None, 1)[1], name.strip())
+
+    def test_characters_do_no_harm(self):
+        bad = "a\x1b[31mb\u202ec\x9bd\x7fe\u2066f"
+        self.sql(("UPDATE TAP SET Name = ? WHERE ID = 1", (bad,)))
+        for arguments in ([], ["--csv"]):
+            for verb in (["list", "TAP", "--limit", "1"], ["show", "TAP", "1"]):
+                self.assertIn("a\ufffd[31mb\ufffdc\ufffdd\ufffde\ufffdf", self.ok(*verb, *arguments))
+        self.assertEqual(self.json("show", "TAP", "1")["Name"], bad)
+        self.assertIn("'\ufffd[31m'", self.db("list", "\x1b[31m")[2])
 
     def test_formats_carry_every_value(self):
         names = ["a,b", 'say "hi"', "tab\there", "line\r\nend", "back\\slash", "刀具 Ø6", "", " x "]
@@ -78,7 +131,7 @@ class Browse(Orxdb):
         self.assertTrue(libraries[0]["File"].endswith("/libORXDB.so"))
 
     def test_wrong_usage(self):
-        for line in ("", "nonsense", "list", "list TAP x", "types --wrong", "list TAP --limit -1",
+        for line in ("", "nonsense", "list", "list TAP x", "types --wrong", "list TAP --limit -2",
                      "types --json --csv", "add TAP", "add TAP Name", "add TAP =x", "set TAP x Name=y",
                      "delete TAP 5x", "show TAP 99999999999", "name TAP x", "export TAP", "export",
                      "export TAP x --all y", "import", "heads 6 --unit MM", "drill-feed 3,5",
