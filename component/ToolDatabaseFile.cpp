@@ -5,6 +5,7 @@
 #include "component/MethodFrame.h"
 #include "database/StarterDatabase.h"
 #include "database/engine/DatabaseFile.h"
+#include "database/engine/NetworkFolder.h"
 #include "platform/framework/ExecutablePath.h"
 
 namespace orxdb {
@@ -50,6 +51,22 @@ HRESULT ToolDatabaseFile::Replace(BSTR bstrFile, BSTR bstrNewFile, BSTR bstrKept
   return RunWithReason(bstrFile && bstrNewFile, pReason, [&] {
     ReplaceDatabase(PathOf(bstrFile), PathOf(bstrNewFile), PathOf(bstrKept),
                     bCertain != VARIANT_FALSE);
+  });
+}
+
+HRESULT ToolDatabaseFile::GetJournal(BSTR bstrFile, VARIANT_BOOL* pbLog, BSTR* pNetwork,
+                                     BSTR* pReason) {
+  return RunWithReason(bstrFile && pbLog && pNetwork, pReason, [&] {
+    const std::filesystem::path file = PathOf(bstrFile);
+    const bool log = JournalOf(file) == Journal::Log;
+    *pNetwork = WidenToBstr(NetworkOf(file)).detach();
+    *pbLog = log ? VARIANT_TRUE : VARIANT_FALSE;
+  });
+}
+
+HRESULT ToolDatabaseFile::SetJournal(BSTR bstrFile, VARIANT_BOOL bLog, BSTR* pReason) {
+  return RunWithReason(bstrFile, pReason, [&] {
+    orxdb::SetJournal(PathOf(bstrFile), bLog != VARIANT_FALSE ? Journal::Log : Journal::Rollback);
   });
 }
 

@@ -24,6 +24,9 @@ class ToolDatabaseFile final : public IToolDatabaseFile {
   HRESULT STDMETHODCALLTYPE Check(BSTR bstrFile, BSTR* pReason) override;
   HRESULT STDMETHODCALLTYPE Replace(BSTR bstrFile, BSTR bstrNewFile, BSTR bstrKept,
                                     VARIANT_BOOL bCertain, BSTR* pReason) override;
+  HRESULT STDMETHODCALLTYPE GetJournal(BSTR bstrFile, VARIANT_BOOL* pbLog, BSTR* pNetwork,
+                                       BSTR* pReason) override;
+  HRESULT STDMETHODCALLTYPE SetJournal(BSTR bstrFile, VARIANT_BOOL bLog, BSTR* pReason) override;
   HRESULT STDMETHODCALLTYPE GetState(BSTR bstrFile, DatabaseFileState* pState) override;
 
  private:

@@ -23,6 +23,7 @@ enum class DatabaseFileState : LONG {
   Empty,        ///< it holds no byte
   NotDatabase,  ///< it is a file of another kind
   InUse,        ///< another program keeps it to itself
+  SharedLog,    ///< it has a log, and is in a network folder
   Database,     ///< nothing of the above; it may be damaged, or the database of something else
 };
 
@@ -38,8 +39,9 @@ enum class DatabaseFileState : LONG {
 struct IToolDatabaseFile : public IUnknown {
   static constexpr const IID& iid = IID_IToolDatabaseFile;
 
-  /// Makes the tool database that a shop starts from. There must not be a file of that name; what
-  /// is left of a failed attempt is the caller's to remove. Until the end nothing is waited for to
+  /// Makes the tool database that a shop starts from, with a log unless it is in a network folder.
+  /// There must not be a file of that name; what is left of a failed attempt is the caller's to
+  /// remove. Until the end nothing is waited for to
   /// reach the disk.
   virtual HRESULT STDMETHODCALLTYPE CreateStarter(BSTR bstrNewFile, BSTR* pReason) = 0;
   /// Copies a database as it is at one moment, whoever uses it meanwhile, to a file that nobody
@@ -55,6 +57,13 @@ struct IToolDatabaseFile : public IUnknown {
   /// own to the file, beside this component, is to close it before.
   virtual HRESULT STDMETHODCALLTYPE Replace(BSTR bstrFile, BSTR bstrNewFile, BSTR bstrKept,
                                             VARIANT_BOOL bCertain, BSTR* pReason) = 0;
+  /// Whether a database has a write-ahead log, or a new one of that name would have one, and what
+  /// serves its folder if other machines may use it too, such as "nfs4"; else that is empty.
+  virtual HRESULT STDMETHODCALLTYPE GetJournal(BSTR bstrFile, VARIANT_BOOL* pbLog, BSTR* pNetwork,
+                                               BSTR* pReason) = 0;
+  /// Gives a database that nobody else uses just now a write-ahead log, by which nobody waits for
+  /// readers, or none. In a network folder there can be no log.
+  virtual HRESULT STDMETHODCALLTYPE SetJournal(BSTR bstrFile, VARIANT_BOOL bLog, BSTR* pReason) = 0;
   /// Looks at the file without waiting for others.
   virtual HRESULT STDMETHODCALLTYPE GetState(BSTR bstrFile, orxdb::DatabaseFileState* pState) = 0;
 };

@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "database/engine/DialectFunctions.h"
+#include "database/engine/NetworkFolder.h"
 
 namespace orxdb {
 namespace {
@@ -74,6 +75,12 @@ std::shared_ptr<Connection> Connection::Open(const std::string& path, bool exclu
   std::shared_ptr<Connection> connection(new Connection(path));
   try {
     connection->OpenFile(path, readOnly ? SQLITE_OPEN_READONLY : SQLITE_OPEN_READWRITE);
+    const std::string network = NetworkOfLog(connection->m_handle, path);
+    if (!network.empty()) {
+      throw CDaoException(
+          DaoError::Engine,
+          "A database with a log cannot be used in a network folder (" + network + ")");
+    }
     connection->Configure(exclusive);
   } catch (const CDaoException&) {
     if (!IsWholeWithoutLog(connection->m_handle, path)) throw;

@@ -20,7 +20,8 @@ class Connection {
  public:
   /// A file with a write-ahead log that can have no log now, in a folder or on a medium that cannot
   /// be written or has no room, is opened as it stands: for reading only and without locks. What
-  /// others change meanwhile is then not seen, and may make reading raise.
+  /// others change meanwhile is then not seen, and may make reading raise. One with a log in a
+  /// network folder that can be written raises.
   static std::shared_ptr<Connection> Open(const std::string& path, bool exclusive, bool readOnly);
   ~Connection();
   Connection(const Connection&) = delete;

@@ -4,6 +4,7 @@
 
 #include "database/engine/Connection.h"
 #include "database/engine/DatabaseFile.h"
+#include "database/engine/NetworkFolder.h"
 #include "database/engine/PlainHandle.h"
 #include "platform/framework/FileUse.h"
 #include "platform/framework/NewFile.h"
@@ -12,8 +13,6 @@ namespace orxdb {
 namespace {
 
 namespace fs = std::filesystem;
-
-constexpr std::string_view kLog = "wal";  // as the engine calls a journal that is a log
 
 [[noreturn]] void Raise(const std::string& message, DaoError error = DaoError::Engine) {
   throw CDaoException(error, message);
@@ -77,13 +76,24 @@ void CheckDatabase(const fs::path& file) {
   if (answer != "ok") Raise("the database is damaged (" + answer + ")");
 }
 
+Journal JournalOf(const fs::path& file) {
+  if (!fs::exists(file)) return NetworkOf(file).empty() ? Journal::Log : Journal::Rollback;
+  const PlainHandle database = OpenPlain(file, SQLITE_OPEN_READONLY);
+  return HeaderSaysLog(database.get()) ? Journal::Log : Journal::Rollback;
+}
+
 void SetJournal(const fs::path& file, Journal journal) {
-  if (journal == Journal::Unknown) return;
-  const PlainHandle database = OpenPlain(file, SQLITE_OPEN_READWRITE);
   const bool log = journal == Journal::Log;
+  const std::string network = log ? NetworkOf(file) : "";
+  if (!network.empty()) {
+    Raise("a database cannot have a log in a network folder (" + network + ")");
+  }
+  const PlainHandle database = OpenPlain(file, SQLITE_OPEN_READWRITE);
   std::string mode;
+  // Alone with the file, the engine needs no memory that it shares with others.
+  Run(database.get(), "PRAGMA locking_mode = EXCLUSIVE");
   Run(database.get(), log ? "PRAGMA journal_mode = WAL" : "PRAGMA journal_mode = DELETE", &mode);
-  if ((mode == kLog) != log) Raise("the journal cannot be changed");
+  if ((mode == "wal") != log) Raise("another program has it open", DaoError::Busy);
 }
 
 void BackUpDatabase(const fs::path& source, const fs::path& target, bool replace) {
@@ -102,31 +112,26 @@ void BackUpDatabase(const fs::path& source, const fs::path& target, bool replace
   });
 }
 
-Journal RequireUnused(const fs::path& file, bool certain) {
+void RequireUnused(const fs::path& file, bool certain) {
   if (IsOpenHere(file)) Raise("this program has it open", DaoError::Busy);
-  const FileUse use = UseOf(file);
+  const FileUse use = NetworkOf(file).empty() ? UseOf(file) : FileUse::Unknown;
   if (use == FileUse::Open) Raise("another program has it open", DaoError::Busy);
   const PlainHandle database = OpenPlain(file, SQLITE_OPEN_READWRITE);
+  const bool log = HeaderSaysLog(database.get());
   // A file that is no database, or a damaged one, has no locks to tell anything.
   const int locked =
       TryRun(database.get(), "PRAGMA locking_mode = EXCLUSIVE; BEGIN EXCLUSIVE; COMMIT");
   if ((locked & 0xff) == SQLITE_BUSY) Raise("another program has it open", DaoError::Busy);
-  std::string mode;
-  if (locked == SQLITE_OK) TryRun(database.get(), "PRAGMA journal_mode", &mode);
-  const Journal journal = mode.empty()   ? Journal::Unknown
-                          : mode == kLog ? Journal::Log
-                                         : Journal::Rollback;
-  if (use == FileUse::Unknown && journal != Journal::Log && !certain) {
+  if (use == FileUse::Unknown && !(log && locked == SQLITE_OK) && !certain) {
     Raise("nobody can tell here whether other programs have it open", DaoError::Busy);
   }
-  return journal;
 }
 
 void ReplaceDatabase(const fs::path& file, const fs::path& fresh, const fs::path& kept,
                      bool certain) {
   OnFiles([&] {
     if (fs::exists(file)) {
-      SetJournal(fresh, RequireUnused(file, certain));
+      RequireUnused(file, certain);
       if (!kept.empty()) Keep(file, kept);
     }
     RemoveRemains(file);

@@ -2,6 +2,7 @@
 
 #include <sqlite3.h>
 
+#include "database/engine/NetworkFolder.h"
 #include "database/engine/PlainHandle.h"
 #include "platform/framework/DaoException.h"
 
@@ -29,7 +30,7 @@ void Picture(sqlite3_context* context, int, sqlite3_value** arguments) {
 
 void BuildDatabase(const std::filesystem::path& file, std::span<const BuildScript> scripts,
                    PictureSource pictures) {
-  const PlainHandle database = OpenPlain(file, SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE);
+  PlainHandle database = OpenPlain(file, SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE);
   sqlite3_create_function_v2(database.get(), "picture", 1, SQLITE_UTF8, &pictures, Picture, nullptr,
                              nullptr, nullptr);
   // Nobody sees the file before it is whole, so it needs no journal yet.
@@ -48,6 +49,9 @@ DatabaseFileState StateOfFile(const std::filesystem::path& file) {
   if (std::filesystem::file_size(file, error) == 0 && !error) return DatabaseFileState::Empty;
   int result = SQLITE_OK;
   const PlainHandle database = TryOpenPlain(file, SQLITE_OPEN_READONLY, result);
+  if (result == SQLITE_OK && !NetworkOfLog(database.get(), file).empty()) {
+    return DatabaseFileState::SharedLog;
+  }
   if (result == SQLITE_OK) result = TryRun(database.get(), "SELECT count(*) FROM sqlite_schema");
   switch (result) {
     case SQLITE_CANTOPEN:

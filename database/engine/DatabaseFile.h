@@ -23,7 +23,8 @@ struct BuildScript {
 using PictureSource = std::optional<std::string_view> (*)(std::string_view name);
 
 /// Makes a new database by scripts, all in one transaction, and leaves it in the mode that new
-/// databases have: a write-ahead log and full synchronisation. Raises CDaoException.
+/// databases have: full synchronisation and, but for network folders, a write-ahead log. Raises
+/// CDaoException.
 void BuildDatabase(const std::filesystem::path& file, std::span<const BuildScript> scripts,
                    PictureSource pictures);
 
@@ -36,9 +37,13 @@ void CheckDatabase(const std::filesystem::path& file);
 
 /// How a database takes unfinished changes back: by a journal of what was there before, which is
 /// beside the file while somebody changes it, or by a log of what is to come.
-enum class Journal { Unknown, Rollback, Log };
+enum class Journal { Rollback, Log };
 
-/// Gives a database that nobody has open another journal. Raises CDaoException.
+/// The journal of a database; of one that is not there, what a new one would have.
+Journal JournalOf(const std::filesystem::path& file);
+
+/// Gives a database that nobody else uses just now another journal. Raises CDaoException, also for
+/// a log in a network folder.
 void SetJournal(const std::filesystem::path& file, Journal journal);
 
 /// Gives a copy of a database, checked, its name only when it is whole. A file of that name is
@@ -48,14 +53,12 @@ void BackUpDatabase(const std::filesystem::path& source, const std::filesystem::
 
 /// Raises CDaoException (`Busy`) when anybody has the database open, in this process or another,
 /// and, unless `certain`, when nobody can tell. What is only in its log comes into the file.
-/// Tells the journal that it has, unless it is damaged.
 ///
 /// A program that has a file with a log open holds a lock on it; one without a log shows in nothing
 /// but that the file is open, which systems tell of local files to their owners.
-Journal RequireUnused(const std::filesystem::path& file, bool certain);
+void RequireUnused(const std::filesystem::path& file, bool certain);
 
-/// Gives a finished new database the name and the journal of one that nobody has open, as
-/// RequireUnused tells. What
+/// Gives a finished new database the name of one that nobody has open, as RequireUnused tells. What
 /// was there, if anything, is kept under the name `kept` with all that belongs to it, or, when that
 /// is empty, lost. Raises CDaoException; the old one is then still in its place.
 void ReplaceDatabase(const std::filesystem::path& file, const std::filesystem::path& fresh,

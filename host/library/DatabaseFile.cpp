@@ -45,6 +45,9 @@ std::string WhyUnusable(DatabaseFileState state, const std::string& name) {
       return name + " is not a database.";
     case DatabaseFileState::InUse:
       return name + " is in use by another program; try again later.";
+    case DatabaseFileState::SharedLog:
+      return name + " has a log, with which it cannot be used in a network folder. `orxdb --db " +
+             name + " journal delete` takes it away.";
     case DatabaseFileState::Database:
       break;
   }
@@ -71,7 +74,32 @@ void ReplaceFile(IToolDatabaseFile& files, const std::filesystem::path& file,
   }
 }
 
+/// The journal of a database that is to take the place of a file.
+bool JournalFor(const std::filesystem::path& file, std::optional<bool> asked) {
+  if (asked) return *asked;
+  const JournalState old = JournalOf(file);
+  return old.log && old.network.empty();
+}
+
 }  // namespace
+
+JournalState JournalOf(const std::filesystem::path& file) {
+  VARIANT_BOOL log = VARIANT_FALSE;
+  Bstr network;
+  Bstr reason;
+  if (FAILED(Files()->GetJournal(PathText(file).get(), &log, network.put(), reason.put()))) {
+    throw Failed(file, "cannot be read", reason);
+  }
+  return {log != VARIANT_FALSE, NarrowBstr(network.get())};
+}
+
+void SetJournal(const std::filesystem::path& file, bool log) {
+  Bstr reason;
+  if (FAILED(Files()->SetJournal(PathText(file).get(), log ? VARIANT_TRUE : VARIANT_FALSE,
+                                 reason.put()))) {
+    throw Failed(file, "keeps its journal", reason);
+  }
+}
 
 std::filesystem::path DefaultDatabase() {
   return ProgramFolder().parent_path() / "CAM" / "TOOLS" / "tools.mdb";
@@ -81,7 +109,8 @@ std::filesystem::path DatabaseNamed(const std::string& name) {
   return name.empty() ? DefaultDatabase() : std::filesystem::path(NativePath(name));
 }
 
-void CreateStarterDatabase(const std::filesystem::path& file, bool replace) {
+void CreateStarterDatabase(const std::filesystem::path& file, bool replace,
+                           std::optional<bool> log) {
   const ComPtr<IToolDatabaseFile> files = Files();
   const auto build = [&](const std::filesystem::path& building) {
     Bstr reason;
@@ -89,6 +118,7 @@ void CreateStarterDatabase(const std::filesystem::path& file, bool replace) {
     if (FAILED(files->CreateStarter(PathText(building).get(), reason.put()))) {
       throw Failed(file, "cannot be created", reason);
     }
+    SetJournal(building, JournalFor(file, log));
   };
   const auto name = [&](const std::filesystem::path& built) {
     ReplaceFile(*files, file, built, {}, false);
@@ -112,6 +142,7 @@ void RestoreDatabase(const std::filesystem::path& file, const std::filesystem::p
   const ComPtr<IToolDatabaseFile> files = Files();
   const auto copy = [&](const std::filesystem::path& building) {
     CopyDatabase(backup, building);
+    SetJournal(building, JournalFor(file, {}));
     Bstr reason;
     if (FAILED(files->Check(PathText(building).get(), reason.put()))) {
       throw Failed(backup, "is not in order", reason);

@@ -1,4 +1,6 @@
 """Copies of a library for bad days: made, kept, put back."""
+import json
+import os
 import sqlite3
 import subprocess
 import time
@@ -108,3 +110,45 @@ class BackUp(Orxdb):
                 process.kill()
             self.assertEqual((self.taps(self.database), self.rows("PRAGMA integrity_check")), (taps, [["ok"]]))
             self.assertEqual(run("--db", self.database, "types")[0], 0)
+
+    def test_network_folders(self):
+        share, here = self.folder / "share", self.folder / "share2" / "tools.mdb"
+        share.mkdir()
+        there = share / "tools.mdb"
+        network = {"env": {**os.environ, "ORXDB_NETWORK_FOLDERS": f"/nowhere:{share}/"}}
+
+        def journal(file):
+            code, output, _ = self.db("journal", "--db", file, "--json", **network)
+            return [code, *list(json.loads(output).values())[1:]]
+
+        code, output, error = self.db("create", there, **network)
+        self.assertEqual((code, output, "(shared)" in error), (0, f"{there}\n", True))
+        self.assertEqual(self.db("create", here, **network), (0, f"{here}\n", ""))
+        self.assertEqual((journal(there), journal(here)), ([0, "delete", "shared"], [0, "wal", None]))
+        self.fails(1, "network folder", "journal", "wal", "--db", there, **network)
+        self.fails(1, "network folder", "create", share / "new.mdb", "--journal", "wal", **network)
+        # Nobody can tell who has it open on which machine, but for those who use a log.
+        copy = share / "copy.mdb"
+        self.assertEqual(self.db("backup", copy, "--db", here, **network)[0], 0)
+        for verb in (("restore", copy), ("create", there, "--force")):
+            self.fails(1, "nobody can tell", *verb, "--db", there, **network)
+        self.assertEqual(self.db("restore", copy, "--force", "--db", there, **network)[0], 0)
+        self.assertEqual(journal(there), [0, "delete", "shared"])
+        there.write_bytes(self.starter.read_bytes())
+        for verb in "types", "backup":
+            self.fails(1, "journal delete", verb, *[copy, "--force"][:2 * (verb == "backup")], "--db", there, **network)
+        with closing(sqlite3.connect(there)) as connection:
+            connection.execute("SELECT * FROM TAP").fetchone()
+            self.fails(1, "is using", "journal", "delete", "--db", there, **network)
+        self.assertEqual(self.db("journal", "delete", "--db", there, **network)[0], 0)
+        self.assertEqual(self.db("types", "--db", there, **network)[0], 0)
+        self.assertEqual(sorted(path.name for path in share.iterdir() if "replaced" not in path.name),
+                         ["copy.mdb", "tools.mdb"])
+        # The kind that was chosen stays.
+        self.ok("journal", "delete")
+        self.ok("restore", copy)
+        self.ok("create", self.database, "--force")
+        self.assertEqual(journal(self.database), [0, "delete", None])
+        self.ok("create", self.database, "--force", "--journal", "wal")
+        self.assertEqual(journal(self.database), [0, "wal", None])
+        self.fails(2, "", "journal", "log")

@@ -1,10 +1,14 @@
 #include <algorithm>
+#include <fstream>
 #include <gtest/gtest.h>
 #include <random>
+#include <sys/stat.h>
+#include <sys/sysmacros.h>
 #include <thread>
 
 #include "platform/framework/Exception.h"
 #include "platform/framework/ExecutablePath.h"
+#include "platform/framework/FileSystem.h"
 #include "platform/framework/Library.h"
 #include "platform/framework/MessageBox.h"
 #include "platform/framework/ModuleState.h"
@@ -52,6 +56,38 @@ TEST(VersionRecord, IsReadFromLibraryFiles) {
   const auto found = FindVersionRecord("\x7F[Version]\n[Version]\n" + record + "behind");
   ASSERT_TRUE(found && found->selfRegisters);
   EXPECT_EQ(found->fileDescription + found->fileVersion + found->originalFilename, "A1C");
+}
+
+TEST(FileSystem, IsToldFromTheSystemsList) {
+  const TemporaryFolder folder;
+  struct stat status = {};
+  ASSERT_EQ(stat((folder / "").c_str(), &status), 0);
+  const std::string device =
+      std::to_string(major(status.st_dev)) + ':' + std::to_string(minor(status.st_dev));
+  for (const auto& [type, network] : {std::pair("ext4", false),
+                                      {"tmpfs", false},
+                                      {"nfs4", true},
+                                      {"cifs", true},
+                                      {"fuse.sshfs", true},
+                                      {"fuseblk", false},
+                                      {"fuse.mergerfs", false},
+                                      {"nfsd", false}}) {
+    for (const std::string options : {"rw,noatime", "ro,noatime", "ro", "rw"}) {
+      std::ofstream(folder / "mounts")
+          << "20 1 999:0"
+          << " / /a rw - cifs //a rw\n21 1 " << device << "0 / /b rw - nfs b rw\n"
+          << "22 1 " << device << " / /c\\040d " << options << " shared:1 master:2 - " << type
+          << " /dev/x rw\n";
+      for (const char* file : {"mounts", "not-there"}) {
+        const FileSystem found = FileSystemOf(folder / file, (folder / "mounts").c_str());
+        EXPECT_EQ(found.type, type);
+        EXPECT_EQ(found.network, network) << type;
+        EXPECT_EQ(found.readOnly, options.starts_with("ro"));
+      }
+    }
+  }
+  EXPECT_EQ(FileSystemOf(folder / "x", "/nowhere").type, "");
+  EXPECT_EQ(FileSystemOf("/proc/self/maps").type, "proc");
 }
 
 TEST(ModuleState, GivesTextsAndEndsOnEveryWayOut) {
