@@ -8,6 +8,7 @@ scripts/install-packages.sh
 cmake --preset release
 cmake --build --preset release --target orxdb ORXDB
 
+unset ORXDB_DATABASE
 orxdb=build/release/bin/orxdb
 show() {
   printf '\n$ orxdb'

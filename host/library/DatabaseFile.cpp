@@ -5,6 +5,7 @@
 #include "host/library/NewFile.h"
 #include "interface/IToolDatabaseFile.h"
 #include "platform/automation/Bstr.h"
+#include "platform/automation/DataFolder.h"
 #include "platform/framework/ExecutablePath.h"
 #include "platform/framework/Text.h"
 
@@ -102,11 +103,17 @@ void SetJournal(const std::filesystem::path& file, bool log) {
 }
 
 std::filesystem::path DefaultDatabase() {
-  return ProgramFolder().parent_path() / "CAM" / "TOOLS" / "tools.mdb";
+  const std::filesystem::path prefix = ProgramFolder().parent_path();
+  const std::filesystem::path beside = prefix / "CAM" / "TOOLS" / "tools.mdb";
+  const std::filesystem::path folder = OwnDataFolder();
+  const bool installed = std::filesystem::exists(prefix / "share" / "automation" / "classes.d");
+  if (!installed || folder.empty()) return beside;
+  const std::filesystem::path own = folder / "orxdb" / "tools.mdb";
+  return std::filesystem::exists(beside) && !std::filesystem::exists(own) ? beside : own;
 }
 
 std::filesystem::path DatabaseNamed(const std::string& name) {
-  return name.empty() ? DefaultDatabase() : std::filesystem::path(NativePath(name));
+  return NativePath(name);
 }
 
 void CreateStarterDatabase(const std::filesystem::path& file, bool replace,

@@ -8,9 +8,12 @@
 
 namespace orxdb {
 
-/// The file that hosts open when they name none: CAM/TOOLS/tools.mdb beside the program's folder.
+/// The file of people who name none. Of an installed program (one with class files beside its
+/// folder) it is orxdb/tools.mdb in the person's data folder; where that is not there, but one
+/// beside the program, and of any other program, it is CAM/TOOLS/tools.mdb beside the program's
+/// folder, the one that hosts open by default.
 std::filesystem::path DefaultDatabase();
-/// The file of a name, with either path separator; the default one for an empty name.
+/// The file of a name, with either path separator.
 std::filesystem::path DatabaseNamed(const std::string& name);
 
 /// How a database takes unfinished changes back, and who else may use its folder.

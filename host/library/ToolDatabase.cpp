@@ -70,11 +70,7 @@ Cell ToolProperties::Value(std::string_view name) const {
 
 ToolDatabase::ToolDatabase(const std::string& file)
     : m_component(CreateComponent()), m_library(CreateLibrary()) {
-  if (file.empty()) {
-    m_component->OpenDefaultDataBase();
-  } else {
-    m_component->SetMdbFile(WidenToBstr(file).get());
-  }
+  m_component->SetMdbFile(WidenToBstr(file).get());
   m_types = ReadTypes(*m_component);
   if (m_types.empty()) {
     throw HostError(WhyUnusable(DatabaseNamed(file)));

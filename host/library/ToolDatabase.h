@@ -57,8 +57,8 @@ struct ToolProperties {
 /// An open tool database. Operations throw HostError.
 class ToolDatabase {
  public:
-  /// Opens a file (either path separator), or the default database when the name is empty. Opened
-  /// means that there are tool tables: the component itself answers success for any file.
+  /// Opens a file (either path separator). Opened means that there are tool tables: the component
+  /// itself answers success for any file.
   explicit ToolDatabase(const std::string& file);
 
   IOrxDbObj& Component() const noexcept { return *m_component; }

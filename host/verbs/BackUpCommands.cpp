@@ -3,7 +3,7 @@
 #include <memory>
 
 #include "host/library/BackUp.h"
-#include "host/verbs/Commands.h"
+#include "host/verbs/CommonArguments.h"
 #include "host/verbs/Show.h"
 #include "platform/framework/ExecutablePath.h"
 
@@ -21,7 +21,8 @@ struct BackUpOptions {
 void AddBackUpCommands(CLI::App& app, const Settings& settings) {
   CLI::App* out = app.add_subcommand("backup", "Copy the database while others work with it");
   const auto made = std::make_shared<BackUpOptions>();
-  out->add_option("FILE", made->file, "The new file; with --keep a folder that is there")
+  RequireName(
+      out->add_option("FILE", made->file, "The new file; with --keep a folder that is there"))
       ->required()
       ->type_name("");
   CLI::Option* force = out->add_flag("--force", made->force, "Replace the file that is there");
@@ -45,7 +46,7 @@ void AddBackUpCommands(CLI::App& app, const Settings& settings) {
 
   CLI::App* in = app.add_subcommand("restore", "Put a backup in the place of the database");
   const auto taken = std::make_shared<BackUpOptions>();
-  in->add_option("FILE", taken->file, "The backup, or any other tool database")
+  RequireName(in->add_option("FILE", taken->file, "The backup, or any other tool database"))
       ->required()
       ->type_name("");
   in->add_flag("--force", taken->force,

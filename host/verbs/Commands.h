@@ -13,7 +13,7 @@ namespace orxdb {
 
 /// What the options before the verb say.
 struct Settings {
-  std::string database;  ///< empty for the default database
+  std::string database;
   Layout format;
 };
 

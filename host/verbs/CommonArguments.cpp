@@ -18,6 +18,12 @@ std::pair<ToolDatabase, std::string> OpenTable(const Settings& settings, const s
   return {std::move(database), std::move(table)};
 }
 
+CLI::Option* RequireName(CLI::Option* file) {
+  return file->check(CLI::Validator(
+      [](const std::string& name) { return name.empty() ? "the name of the file is empty" : ""; },
+      ""));
+}
+
 CLI::Option* AddNumber(CLI::App& verb, const std::string& name, double& number,
                        const std::string& description) {
   const auto read = [&number, name](const std::string& text) {

@@ -18,6 +18,9 @@ void AddTable(CLI::App& verb, std::string& table);
 /// The opened database and the exact name of the table that such an argument names.
 std::pair<ToolDatabase, std::string> OpenTable(const Settings& settings, const std::string& name);
 
+/// Has the command line refuse an empty name of a file for wrong usage.
+CLI::Option* RequireName(CLI::Option* file);
+
 /// An argument or option that takes a finite number with a full stop.
 CLI::Option* AddNumber(CLI::App& verb, const std::string& name, double& number,
                        const std::string& description);

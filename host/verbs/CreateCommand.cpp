@@ -5,7 +5,7 @@
 
 #include "host/library/DatabaseFile.h"
 #include "host/library/HostError.h"
-#include "host/verbs/Commands.h"
+#include "host/verbs/CommonArguments.h"
 #include "host/verbs/Show.h"
 
 namespace orxdb {
@@ -49,9 +49,8 @@ void Create(const Settings& settings, const CreateOptions& options) {
 void AddCreateCommand(CLI::App& app, const Settings& settings) {
   CLI::App* create = app.add_subcommand("create", "Create a tool database to start from");
   const auto options = std::make_shared<CreateOptions>();
-  create
-      ->add_option("FILE", options->file,
-                   "The new file; by default the default database of this program")
+  RequireName(
+      create->add_option("FILE", options->file, "The new file; by default the one that --db names"))
       ->type_name("");
   create->add_flag("--force", options->force, "Replace the file that is there");
   create

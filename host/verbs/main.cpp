@@ -4,8 +4,9 @@
 #include <csignal>
 #include <cstdio>
 
+#include "host/library/DatabaseFile.h"
 #include "host/library/HostError.h"
-#include "host/verbs/Commands.h"
+#include "host/verbs/CommonArguments.h"
 #include "host/verbs/Show.h"
 #include "platform/framework/Exception.h"
 
@@ -13,8 +14,10 @@ namespace orxdb {
 namespace {
 
 void AddSettings(CLI::App& app, Settings& settings) {
-  app.add_option("--db", settings.database,
-                 "The database; by default CAM/TOOLS/tools.mdb beside the program's folder")
+  settings.database = DefaultDatabase().string();
+  RequireName(
+      app.add_option("--db", settings.database, "The database; by default " + settings.database))
+      ->envname("ORXDB_DATABASE")
       ->type_name("FILE");
   CLI::Option* json = app.add_flag_callback(
       "--json", [&] { settings.format.format = Format::Json; }, "Results as JSON");

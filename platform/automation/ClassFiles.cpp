@@ -11,6 +11,7 @@
 #include <utility>
 
 #include "platform/automation/Ascii.h"
+#include "platform/automation/DataFolder.h"
 
 namespace orxdb {
 namespace {
@@ -166,10 +167,7 @@ std::optional<std::vector<std::string>> ClassPath() {
 }
 
 std::string OwnClassFolder() {
-  const std::string_view data = Environment("XDG_DATA_HOME");
-  if (!data.empty()) return ClassFolderIn(data);
-  const std::string_view home = Environment("HOME");
-  return home.empty() ? std::string() : ClassFolderIn(std::string(home) + "/.local/share");
+  return ClassFolderIn(OwnDataFolder());
 }
 
 std::vector<std::string> SharedClassFolders() {

@@ -138,6 +138,20 @@ class Browse(Orxdb):
                      "factor T25 nan", "heads 1e999", "feeds REAMING_FS --hardness 200", "picture TAP"):
             self.fails(2, "", *line.split())
 
+    def test_the_environment_names_the_database(self):
+        def count(*arguments, **variables):
+            return run(*arguments, "count", "TAP", env={**os.environ, **variables})[:2]
+
+        taps = f"{len(self.rows('SELECT ID FROM TAP'))}\n"
+        missing = str(self.folder / "missing")
+        self.assertEqual(count(ORXDB_DATABASE=str(self.database)), (0, taps))
+        self.assertEqual(count(ORXDB_DATABASE=missing), (1, ""))
+        self.assertEqual(count("--db", self.database, ORXDB_DATABASE=missing), (0, taps))
+        for arguments in (["--db", ""], ["--db="], ["--db", "", "--db", ""]):
+            self.assertEqual(count(*arguments, ORXDB_DATABASE=str(self.database)), (2, ""))
+        for arguments in (["create", ""], ["backup", ""], ["restore", ""]):
+            self.fails(2, "is empty", *arguments)
+
     def test_refusals_lose_nothing(self):
         for words, *arguments in (
                 ("no tool table 'NOPE'", "list", "NOPE"), ("no tool table", "count", "TAP; DROP TABLE TAP"),

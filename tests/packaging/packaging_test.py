@@ -107,11 +107,22 @@ class Packaging(unittest.TestCase):
         self.assertIn("Threading", self.ok(*types, **libraries, **self.found))
         self.fails(1, "is not registered", *types, **libraries, **NOT_INSTALLED)
 
-    def test_default_database_is_beside_the_program(self):
-        default = self.prefix / "CAM/TOOLS/tools.mdb"
-        self.fails(1, str(default), self.program, "types")
-        self.assertEqual(self.ok(self.program, "create"), f"{default}\n")
-        self.ok(self.program, "types")
+    def test_default_database_is_the_persons_own(self):
+        beside = self.prefix / "CAM/TOOLS/tools.mdb"
+        for variables, folder in (({"HOME": f"{self.folder}/home"}, "home/.local/share"),
+                                  ({"HOME": "/nowhere", "XDG_DATA_HOME": f"{self.folder}/data"}, "data")):
+            default = self.folder / folder / "orxdb/tools.mdb"
+            self.fails(1, f"database {default}.", self.program, "types", **variables)
+            beside.parent.mkdir(parents=True, exist_ok=True)
+            shutil.copy(self.database, beside)
+            self.ok(self.program, "types", **variables)  # one that hosts of this place use
+            beside.unlink()
+            self.assertEqual(self.ok(self.program, "create", **variables), f"{default}\n")
+            shutil.copy(self.database, beside)
+            self.ok(self.program, "delete", "TAP", "1", **variables)
+            self.assertNotIn("1", self.ok(self.program, "list", "TAP", "--columns", "ID", "--tsv", **variables).split())
+            beside.unlink()
+        self.fails(1, f"database {beside}.", self.program, "types", HOME="")
 
     def test_people_read_their_language(self):
         name, = self.sql("SELECT Name FROM TAPPING_HEAD WHERE ID = 1")
