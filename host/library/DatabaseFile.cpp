@@ -3,6 +3,7 @@
 #include "host/library/Component.h"
 #include "host/library/HostError.h"
 #include "host/library/NewFile.h"
+#include "host/library/OpenFiles.h"
 #include "interface/IToolDatabaseFile.h"
 #include "platform/automation/Bstr.h"
 #include "platform/automation/DataFolder.h"
@@ -32,6 +33,11 @@ HostError Failed(const std::filesystem::path& file, const char* what, const Bstr
   return HostError(file.string() + ' ' + what + (why.empty() ? "." : ": " + why + '.'));
 }
 
+std::string UsedBy(const std::string& name) {
+  const std::string programs = ProgramsThatUse(name);
+  return programs.empty() ? programs : " (" + programs + ')';
+}
+
 std::string WhyUnusable(DatabaseFileState state, const std::string& name) {
   switch (state) {
     case DatabaseFileState::Absent:
@@ -45,7 +51,7 @@ std::string WhyUnusable(DatabaseFileState state, const std::string& name) {
     case DatabaseFileState::NotDatabase:
       return name + " is not a database.";
     case DatabaseFileState::InUse:
-      return name + " is in use by another program; try again later.";
+      return name + " is in use by another program" + UsedBy(name) + "; try again later.";
     case DatabaseFileState::SharedLog:
       return name + " has a log, with which it cannot be used in a network folder. `orxdb --db " +
              name + " journal delete` takes it away.";

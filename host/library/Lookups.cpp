@@ -1,9 +1,11 @@
 #include "host/library/Lookups.h"
 
+#include <algorithm>
 #include <cerrno>
 #include <fstream>
 
 #include "host/library/NewFile.h"
+#include "host/library/TextMatch.h"
 #include "platform/framework/Text.h"
 
 namespace orxdb {
@@ -14,8 +16,8 @@ HostError Unreadable(const std::string& what) {
 }
 
 HostError NoMaterial(const std::string& name) {
-  return HostError("There is no stock material whose display type matches " + Cited(name) +
-                   " as a whole (* stands for any text). `orxdb materials` lists them.");
+  return HostError("There is no stock material with " + Cited(name) +
+                   " in its texts (* stands for any text). `orxdb materials` lists all.");
 }
 
 HostError NoHead(double diameter, const std::string& unit) {
@@ -75,18 +77,17 @@ Answer StockMaterials(ToolDatabase& database) {
   return answer;
 }
 
-Answer StockMaterialNamed(ToolDatabase& database, const std::string& name) {
-  ToolProperties material;
-  if (FAILED(database.Component().GetStockMaterialByName(
-          WidenToBstr(name).get(), material.names.put(), material.values.put()))) {
-    throw HostError("The database cannot look for the stock material " + Cited(name) + '.');
-  }
-  if (!material) throw NoMaterial(name);
-  Answer answer(material.Names(), material.Cells());
-  if (!EqualNoCase(material.Value("DispType").text, name)) {
-    answer.remarks.push_back("This is the first stock material whose display type matches " +
-                             Cited(name) + '.');
-  }
+Answer StockMaterialsLike(ToolDatabase& database, const std::string& text) {
+  const std::vector<std::string> words = WordsOf(text);
+  Answer answer = StockMaterials(database);
+  std::erase_if(answer.rows, [&words](const std::vector<Cell>& row) {
+    return !std::ranges::all_of(words, [&row](const std::string& word) {
+      return std::ranges::any_of(row, [&word](const Cell& cell) {
+        return cell.kind == Cell::Kind::Text && HasWord(Folded(cell.text), word);
+      });
+    });
+  });
+  if (answer.rows.empty()) throw NoMaterial(text);
   return answer;
 }
 

@@ -12,8 +12,9 @@
 namespace orxdb {
 
 Answer StockMaterials(ToolDatabase& database);
-/// The first one whose display type matches.
-Answer StockMaterialNamed(ToolDatabase& database, const std::string& name);
+/// Those with every word of the text somewhere in their texts, in any letter case; in a word, ?
+/// stands for any character and * for any text, and such a word begins where one of theirs does.
+Answer StockMaterialsLike(ToolDatabase& database, const std::string& text);
 
 /// What a property may be; with the diameter of a tap in millimetres, the tapping heads that take
 /// it, then a null for none of them.

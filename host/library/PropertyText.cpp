@@ -6,7 +6,7 @@
 #include <cmath>
 #include <limits>
 
-#include "host/library/HostError.h"
+#include "host/library/Cause.h"
 #include "platform/automation/Dates.h"
 #include "platform/framework/Text.h"
 
@@ -50,7 +50,7 @@ Real ParseReal(const Property& property, const std::string& text) {
   const std::errc error = Read(text, number);
   if (error == std::errc::result_out_of_range) throw BeyondRange(property, text);
   if (error != std::errc() || !std::isfinite(number)) {
-    throw Refusal(property, text, "is no number");
+    throw Refusal(property, text, "is no number" + CommaHint(text));
   }
   return number;
 }

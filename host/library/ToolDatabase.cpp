@@ -2,8 +2,10 @@
 
 #include <algorithm>
 
+#include "host/library/Cause.h"
 #include "host/library/Component.h"
 #include "host/library/DatabaseFile.h"
+#include "host/library/Names.h"
 #include "platform/framework/Text.h"
 
 namespace orxdb {
@@ -48,10 +50,10 @@ const Property& PropertyNamed(const std::string& table, const std::string& name,
                               const std::vector<Property>& properties) {
   const auto found = FindNamed(properties, name, &Property::name);
   if (found != properties.end()) return *found;
-  std::string known;
-  for (const Property& property : properties) known += (known.empty() ? "" : ", ") + property.name;
-  throw HostError("The tools of " + table + " have no property " + Cited(name) +
-                  ". They have: " + known + '.');
+  std::vector<std::string> names(properties.size());
+  std::ranges::transform(properties, names.begin(), &Property::name);
+  throw HostError("The tools of " + table + " have no property " + Cited(name) + '.' +
+                  Nearest(name, names) + " They have: " + Listed(names) + '.');
 }
 
 std::vector<std::string> ToolProperties::Names() const {
@@ -69,11 +71,11 @@ Cell ToolProperties::Value(std::string_view name) const {
 }
 
 ToolDatabase::ToolDatabase(const std::string& file)
-    : m_component(CreateComponent()), m_library(CreateLibrary()) {
+    : m_component(CreateComponent()), m_library(CreateLibrary()), m_file(DatabaseNamed(file)) {
   m_component->SetMdbFile(WidenToBstr(file).get());
   m_types = ReadTypes(*m_component);
   if (m_types.empty()) {
-    throw HostError(WhyUnusable(DatabaseNamed(file)));
+    throw HostError(WhyUnusable(m_file));
   }
 }
 
@@ -86,23 +88,30 @@ std::string ToolDatabase::LastError() const {
 std::string ToolDatabase::TableNamed(const std::string& name) const {
   const auto match = FindNamed(m_types, name, &ToolKind::table);
   if (match == m_types.end()) {
-    throw HostError("There is no tool table " + Cited(name) + ". `orxdb types` lists them.");
+    std::vector<std::string> names;
+    for (const ToolKind& kind : m_types) names.push_back(kind.table);
+    throw HostError("There is no tool table " + Cited(name) + '.' + Nearest(name, names) +
+                    " `orxdb types` lists all.");
   }
   return match->table;
 }
 
 void ToolDatabase::Select(const std::string& table, const std::string& where,
                           const std::string& order) {
+  // Behind a bad order they are no longer told.
+  const std::vector<Property> properties =
+      order.empty() ? std::vector<Property>() : Properties(table);
   if (FAILED(m_component->SetTabFilter(WidenToBstr(table).get(), WidenToBstr(where).get(),
                                        WidenToBstr(order).get()))) {
-    throw HostError("The database does not accept the order " + Cited(order) + ".");
+    throw HostError("The database does not accept the order " + Cited(order) + '.' +
+                    CauseOf(order, Cause(*this), properties));
   }
 }
 
 LONG ToolDatabase::Count(const std::string& table) {
   LONG count = -1;
   if (FAILED(m_component->GetSelectedRecordCount(WidenToBstr(table).get(), &count)) || count < 0) {
-    throw HostError("The tools of " + table + " cannot be counted.");
+    throw HostError("The tools of " + table + " cannot be counted." + Cause(*this));
   }
   return count;
 }
@@ -164,7 +173,7 @@ ToolProperties ToolDatabase::Find(const std::string& table, LONG id) {
   ToolProperties tool;
   if (FAILED(m_component->GetToolProps(WidenToBstr(table).get(), id, tool.names.put(),
                                        tool.values.put()))) {
-    throw HostError("The tools of " + table + " cannot be read.");
+    throw HostError("The tools of " + table + " cannot be read." + Cause(*this));
   }
   return tool;
 }
@@ -194,17 +203,23 @@ bool ToolDatabase::IsKey(const std::string& table, const std::string& property) 
 }
 
 ToolWalk::ToolWalk(ToolDatabase& database, const std::string& table, const std::string& filter)
-    : m_table(table), m_tools(database.Component(), Widen(table)), m_tool(m_tools.begin()) {
+    : m_database(database),
+      m_table(table),
+      m_tools(database.Component(), Widen(table)),
+      m_tool(m_tools.begin()) {
   if (FAILED(m_tools.status())) {
-    throw HostError(filter.empty()
-                        ? "The tools of " + table + " cannot be read."
-                        : "The database does not accept the filter " + Cited(filter) + ".");
+    const std::string cause = Cause(database);
+    if (filter.empty()) throw HostError("The tools of " + table + " cannot be read." + cause);
+    throw HostError("The database does not accept the filter " + Cited(filter) + '.' +
+                    CauseOf(filter, cause, database.Properties(table)));
   }
 }
 
 void ToolWalk::Next() {
   ++m_tool;
-  if (FAILED(m_tools.status())) throw HostError("The walk over " + m_table + " could not go on.");
+  if (FAILED(m_tools.status())) {
+    throw HostError("The walk over " + m_table + " could not go on." + Cause(m_database));
+  }
 }
 
 std::vector<Cell> ToolWalk::Values(const std::vector<std::size_t>& positions) const {

@@ -2,6 +2,7 @@
 // IOrxDbObj.
 #pragma once
 
+#include <filesystem>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -66,6 +67,9 @@ class ToolDatabase {
   /// Why the last call of the component failed, in sentences.
   std::string LastError() const;
 
+  /// The file that is open.
+  const std::filesystem::path& File() const noexcept { return m_file; }
+
   const std::vector<ToolKind>& Types() const noexcept { return m_types; }
   /// The table's exact name for a name in any case.
   std::string TableNamed(const std::string& name) const;
@@ -102,6 +106,7 @@ class ToolDatabase {
  private:
   ComPtr<IOrxDbObj> m_component;
   ComPtr<IOrxDbLibrary> m_library;
+  std::filesystem::path m_file;
   std::vector<ToolKind> m_types;
 };
 
@@ -124,6 +129,7 @@ class ToolWalk {
   const Tool& Current() const noexcept { return *m_tool; }
 
  private:
+  ToolDatabase& m_database;
   std::string m_table;
   ToolRange m_tools;
   ToolRange::iterator m_tool;

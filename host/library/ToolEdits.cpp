@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "host/library/Cause.h"
 #include "host/library/MessageCatcher.h"
 #include "platform/framework/Exception.h"
 #include "platform/framework/Text.h"
@@ -13,27 +14,16 @@ std::string Described(const std::string& table, LONG id) {
   return "Tool " + std::to_string(id) + " of " + table;
 }
 
-/// Why the database does not change, as far as one can tell.
-const std::string kRefused = " The database may be read-only, full or in use.";
-
-HostError NotAdded(const std::string& table, const std::string& message) {
-  return HostError("No tool was added to " + table + '.' +
-                   (message.empty() ? kRefused : ' ' + message + '.'));
-}
-
-HostError NotChanged(const std::string& table, LONG id) {
-  return HostError(Described(table, id) + " was not changed." + kRefused);
-}
-
-/// Complains of what was given and is not in the tool.
+/// Complains of what was given and is not in the tool, which has a cause.
 void Compare(const std::string& table, LONG id, const ToolProperties& tool,
-             const Assignments& given, Answer& answer) {
+             const Assignments& given, const std::string& cause, Answer& answer) {
   std::string missed;
   for (const Assignment& assignment : given) {
     if (tool.Value(assignment.property) == assignment.shown) continue;
     missed += (missed.empty() ? "" : ", ") + assignment.property;
   }
-  if (!missed.empty()) answer.Complain(Described(table, id) + ": not written: " + missed + '.');
+  if (missed.empty()) return;
+  answer.Complain(Described(table, id) + ": not written: " + missed + '.' + cause);
 }
 
 /// Adds tools, which can be undone.
@@ -51,11 +41,13 @@ class Adding {
     LONG id = -1;
     if (FAILED(m_database.Component().AddNewRecord(m_wideTable.get(), arrays.names.ptr(),
                                                    arrays.values.ptr(), &id))) {
-      throw NotAdded(m_table, message.Text());
+      throw HostError("No tool was added to " + m_table + '.' +
+                      (message.Text().empty() ? Cause(m_database) : ' ' + message.Text() + '.'));
     }
     m_ids.push_back(id);
+    const std::string cause = Cause(m_database);
     const ToolProperties stored = m_database.Get(m_table, id);
-    Compare(m_table, id, stored, given, m_answer);
+    Compare(m_table, id, stored, given, cause, m_answer);
     std::string name = stored.Value("Name").text;
     const std::vector<std::string> names = stored.Names();
     if (name.empty() && std::ranges::count(names, "Name") > 0) name = GiveName(id);
@@ -100,7 +92,8 @@ class Adding {
     ToolProperties arrays = ArraysOf(given);
     m_database.Component().SetToolProps(m_wideTable.get(), id, arrays.names.ptr(),
                                         arrays.values.ptr());
-    Compare(m_table, id, m_database.Get(m_table, id), given, m_answer);
+    const std::string cause = Cause(m_database);
+    Compare(m_table, id, m_database.Get(m_table, id), given, cause, m_answer);
     m_answer.remarks.push_back("Tool " + std::to_string(id) + " is named '" + name + "'.");
     return name;
   }
@@ -134,15 +127,16 @@ Answer ChangeTool(ToolDatabase& database, const std::string& table, LONG id,
   ToolProperties arrays = ArraysOf(given);
   if (FAILED(database.Component().SetToolProps(WidenToBstr(table).get(), id, arrays.names.ptr(),
                                                arrays.values.ptr()))) {
-    throw NotChanged(table, id);
+    throw HostError(Described(table, id) + " was not changed." + Cause(database));
   }
+  const std::string cause = Cause(database);
   const ToolProperties tool = database.Get(table, id);
   Answer answer({}, {});
   for (const Assignment& assignment : given) {
     answer.columns.push_back(assignment.property);
     answer.rows.front().push_back(tool.Value(assignment.property));
   }
-  Compare(table, id, tool, given, answer);
+  Compare(table, id, tool, given, cause, answer);
   return answer;
 }
 
@@ -151,10 +145,11 @@ Answer DeleteTools(ToolDatabase& database, const std::string& table, const std::
   for (const LONG id : ids) {
     const bool present = static_cast<bool>(database.Find(table, id));
     database.Component().DeleteTool(WidenToBstr(table).get(), id);
+    const std::string cause = Cause(database);
     if (!present) {
       answer.Complain("There is no tool " + std::to_string(id) + " in " + table + '.');
     } else if (database.Find(table, id)) {
-      answer.Complain(Described(table, id) + " was not deleted." + kRefused);
+      answer.Complain(Described(table, id) + " was not deleted." + cause);
     } else {
       answer.rows.push_back({Cell::Number(id)});
     }

@@ -4,6 +4,8 @@
 #include <charconv>
 #include <cmath>
 
+#include "host/library/Cause.h"
+
 namespace orxdb {
 
 void AddTable(CLI::App& verb, std::string& table) {
@@ -30,7 +32,7 @@ CLI::Option* AddNumber(CLI::App& verb, const std::string& name, double& number,
     const char* end = text.data() + text.size();
     const auto [stop, error] = std::from_chars(text.data(), end, number);
     if (error != std::errc() || stop != end || !std::isfinite(number)) {
-      throw CLI::ValidationError(name, Cited(text) + " is no number");
+      throw CLI::ValidationError(name, Cited(text) + " is no number" + CommaHint(text));
     }
   };
   return verb.add_option_function<std::string>(name, read, description)->type_name("");

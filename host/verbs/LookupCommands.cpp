@@ -39,21 +39,19 @@ struct PictureOptions {
 }  // namespace
 
 void AddLookupCommands(CLI::App& app, const Settings& settings) {
-  CLI::App* materials = app.add_subcommand("materials", "List the stock materials, or show one");
+  CLI::App* materials =
+      app.add_subcommand("materials", "List the stock materials, or those like a text");
   const auto name = std::make_shared<std::string>();
   materials
-      ->add_option("NAME", *name,
-                   "Display type: ? stands for any character, * for any text, any punctuation for "
-                   "one character of any kind")
+      ->add_option("TEXT", *name,
+                   "Words of any of their texts; ? stands for any character, * for any text")
       ->type_name("");
-  materials->footer("Example:\n  orxdb materials \"C45 *normalised\"");
+  materials->footer("Example:\n  orxdb materials 1.0503\n  orxdb materials \"alu* cast\"");
   materials->callback([&settings, name, materials] {
     ToolDatabase database(settings.database);
-    if (materials->count("NAME") > 0) {
-      Show(settings.format, Shape::Record, StockMaterialNamed(database, *name));
-    } else {
-      Show(settings.format, Shape::Rows, StockMaterials(database));
-    }
+    Show(settings.format, Shape::Rows,
+         materials->count("TEXT") > 0 ? StockMaterialsLike(database, *name)
+                                      : StockMaterials(database));
   });
 
   CLI::App* values = app.add_subcommand("values", "List the values that a property may have");

@@ -158,6 +158,11 @@ class Browse(Orxdb):
                 ("no property 'Nope'", "list", "TAP", "--columns", "Name,Nope"),
                 ("filter", "list", "TAP", "--where", "1=1); DROP TABLE TAP; --"),
                 ("filter", "count", "TAP", "--where", "Nope = 1"),
+                ("no field TAP.Diametr. Like it are: Diameter", "list", "TAP", "--where", "TAP.Diametr > 6"),
+                ("full stop, as in 6.5", "count", "TAP", "--where", "Diameter > 6,5"),
+                ("Like it are: Name", "list", "TAP", "--order", "Nme DESC"),
+                ("Like it are: Pitch", "list", "TAP", "--columns", "pich"),
+                ("Like it are: TAP", "count", "TAPS"),
                 ("order", "list", "TAP", "--order", "Name; DELETE FROM TAP")):
             self.fails(1, words, *arguments)
         self.assertEqual(self.database.read_bytes(), self.starter.read_bytes())
@@ -171,7 +176,7 @@ class Browse(Orxdb):
         file.unlink()
         with closing(sqlite3.connect(file)) as connection:
             connection.executescript("CREATE TABLE t(x); BEGIN EXCLUSIVE; INSERT INTO t VALUES(1)")
-            self.fails(1, "in use by another program", "types", "--db", file)
+            self.fails(1, f"in use by another program (python3 (process {os.getpid()}))", "types", "--db", file)
             connection.rollback()
         self.fails(1, "TOOL_TYPES", "types", "--db", file)
 

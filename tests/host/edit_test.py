@@ -1,6 +1,9 @@
 """Showing, adding, changing, deleting and naming tools."""
 import json
+import os
+import sqlite3
 import unittest
+from contextlib import closing
 
 from orxdb_host import Orxdb
 
@@ -42,7 +45,7 @@ class Edit(Orxdb):
         for name, text, words in (
                 ("Flag", "maybe", "neither"), ("Tiny", "256", "0 to 255"), ("Tiny", "-1", "0 to"),
                 ("Small", "32768", "32767"), ("Whole", "6.5", "no whole"), ("Whole", " 6", "no"),
-                ("Real", "abc", "'abc' is no number"), ("Real", "6,5", "no number"), ("Real", "nan", "no number"),
+                ("Real", "abc", "'abc' is no number"), ("Real", "6,5", "full stop, 6.5"), ("Real", "nan", "no number"),
                 ("Real", "1e999", "DOUBLE"), ("Single", "1e39", "SINGLE"), ("Money", "1e15", "CURRENCY"),
                 ("Day", "2023-02-29", "no date"), ("Bytes", "0f0", "bytes"), ("Bytes", "zz", "bytes"),
                 ("Nope", "1", "have: ID, Name"), ("name", "x", "twice")):
@@ -50,6 +53,7 @@ class Edit(Orxdb):
         self.refuses("'six' is no number", "add", "KINDS", "Name=y", "Real=six")
         code, _, error = self.db("set", "KINDS", tool, "Name=" + "x" * 21, "ID=99", "Tiny=7")
         self.assertEqual((code, "not written: Name, ID." in error), (1, True), error)
+        self.assertIn("the text is 1 too long, of 20", error)
         self.assertEqual(self.rows("SELECT ID, Name, Tiny FROM KINDS"), [[tool, None, 7]])
 
     def test_tools_come_and_go(self):
@@ -66,10 +70,14 @@ class Edit(Orxdb):
                  "SELECT RAISE(ABORT, 'kept'); END")
         code, output, error = self.db("delete", "TAP", 5, 6, 9999, *new)
         self.assertEqual((code, output), (1, f"5\n{new[0]}\n{new[1]}\n"))
-        self.assertTrue("Tool 6 of TAP was not deleted" in error and "no tool 9999" in error, error)
+        self.assertTrue("Tool 6 of TAP was not deleted. Kept." in error and "no tool 9999" in error, error)
         self.assertEqual(self.rows("SELECT ID FROM TAP WHERE ID BETWEEN 5 AND 6 OR Pitch = 2 AND Name = 'A'"), [[6]])
         for verb in ("show TAP 5", "set TAP 5 Name=x", "name TAP 5"):
             self.fails(1, "no tool 5", *verb.split())
+        with closing(sqlite3.connect(self.database, isolation_level=None)) as connection:
+            connection.execute("BEGIN IMMEDIATE")
+            self.fails(1, f"Another program is using the database. It is open in python3 (process {os.getpid()})",
+                       "set", "TAP", 7, "Name=x")
 
     def test_names(self):
         code, output, error = self.db("add", "FLAT_END_MILL", "Diameter=6", "--csv")

@@ -33,11 +33,13 @@ class Lookup(Orxdb):
 
     def test_materials_and_feeds(self):
         self.assertEqual(self.json("materials"), self.records("SELECT * FROM Q_STOCK_MATERIAL"))
-        for name, words, like in (("42crmo4*", "first stock material", "42CrMo4%"),
-                                  ("AlSi9Cu3-Fe/ (A380), as cast", "first stock material", "AlSi9Cu3%"),
-                                  ("11SMn30 (1213), cold drawn", "", "11SMn30%")):
-            self.assertEqual(self.told(words, "materials", name),
-                             self.records("SELECT * FROM Q_STOCK_MATERIAL WHERE DispType LIKE ?", like)[0])
+        for text, condition in (
+                ("42crmo", "DispType LIKE '%42CrMo%'"), ("1.0503", "Number_EN = '1.0503'"),
+                ("alu* CAST", "Material LIKE '%aluminium%' AND (DispType LIKE '%cast%' OR Material LIKE '%cast%')"),
+                ("steel normal*", "Material LIKE '%steel%' AND Condition = 'normalised'"), ("C?5", "Designation_EN LIKE 'C_5'"),
+                ("a380", "Designation_US = 'A380'"), ("11SMn30 (1213), cold drawn", "DispType LIKE '11SMn30 %'")):
+            found = self.records(f"SELECT * FROM Q_STOCK_MATERIAL WHERE {condition}")
+            self.assertEqual((self.json("materials", text), bool(found)), (found, True), text)
         for table, material, named, hardnesses in (
                 ("DRILLING_FS", "Alloy steel", "alloy STEEL", [-1, 149.9, 200.9, 1e9]),
                 ("THREADING_FS", "Titanium", "Ti-6Al-4V (R56400), annealed", [299.9])):
@@ -115,7 +117,7 @@ class Lookup(Orxdb):
         feeds = "feeds REAMING_FS --hardness 200 --material"
         self.sql("DROP VIEW Q_T5_FEED; DELETE FROM T34; DELETE FROM DRILL_FEED")
         for words, *lines in (
-                ("no stock material", 'materials "O\'Brien"', "materials ''"), ("no drill feed", "drill-feed 3"),
+                ("no stock material", 'materials "O\'Brien"', "materials umin*", "materials '['"), ("no drill feed", "drill-feed 3"),
                 ("no row for the material 'Wood'", f"{feeds} Wood"), ("apostrophe", f'{feeds} "O\'Brien"'),
                 ("T15b_15d_22, T15c", "feeds TAP --hardness 200 --material Copper"),
                 ("cannot be searched", "feeds T25 --hardness 200 --material Copper"),
