@@ -16,6 +16,17 @@ install(FILES ${PROJECT_BINARY_DIR}/resources/ORXDB.idl
         DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/orxdb)
 install(FILES README.md DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/orxdb)
 
+# Completions where the shells look for those of packages and of /usr/local.
+set(descriptions ${PROJECT_BINARY_DIR}/share)
+install(FILES ${descriptions}/bash/orxdb
+        DESTINATION ${CMAKE_INSTALL_DATADIR}/bash-completion/completions)
+install(FILES ${descriptions}/zsh/_orxdb DESTINATION ${CMAKE_INSTALL_DATADIR}/zsh/site-functions)
+install(FILES ${descriptions}/zsh/_orxdb
+        DESTINATION ${CMAKE_INSTALL_DATADIR}/zsh/vendor-completions)
+install(FILES ${descriptions}/fish/orxdb.fish
+        DESTINATION ${CMAKE_INSTALL_DATADIR}/fish/vendor_completions.d)
+install(FILES ${descriptions}/man/orxdb.1 DESTINATION ${CMAKE_INSTALL_MANDIR}/man1)
+
 # The class files hold the library's path, which is known only now.
 foreach(class OrxDbObj OrxDbLibrary)
   install(CODE "

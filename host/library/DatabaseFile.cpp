@@ -110,11 +110,11 @@ void SetJournal(const std::filesystem::path& file, bool log) {
 
 std::filesystem::path DefaultDatabase() {
   const std::filesystem::path prefix = ProgramFolder().parent_path();
-  const std::filesystem::path beside = prefix / "CAM" / "TOOLS" / "tools.mdb";
+  std::filesystem::path beside = prefix / "CAM" / "TOOLS" / "tools.mdb";
   const std::filesystem::path folder = OwnDataFolder();
   const bool installed = std::filesystem::exists(prefix / "share" / "automation" / "classes.d");
   if (!installed || folder.empty()) return beside;
-  const std::filesystem::path own = folder / "orxdb" / "tools.mdb";
+  std::filesystem::path own = folder / "orxdb" / "tools.mdb";
   return std::filesystem::exists(beside) && !std::filesystem::exists(own) ? beside : own;
 }
 

@@ -20,6 +20,9 @@ struct Settings {
 /// Writes the versions of the libraries that the program uses.
 void ShowVersions(const Settings& settings);
 
+/// Adds `help` and what the build makes completions and the manual page by.
+void AddHelpCommands(CLI::App& app);
+
 /// `settings` is filled when the verb runs; it and the app outlive every verb.
 void AddCreateCommand(CLI::App& app, const Settings& settings);
 void AddBackUpCommands(CLI::App& app, const Settings& settings);

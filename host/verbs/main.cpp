@@ -15,8 +15,10 @@ namespace {
 
 void AddSettings(CLI::App& app, Settings& settings) {
   settings.database = DefaultDatabase().string();
-  RequireName(
-      app.add_option("--db", settings.database, "The database; by default " + settings.database))
+  RequireName(app.add_option("--db", settings.database,
+                             "The database; by default orxdb/tools.mdb in your data folder, or "
+                             "CAM/TOOLS/tools.mdb beside the folder of a program that is not "
+                             "installed"))
       ->envname("ORXDB_DATABASE")
       ->type_name("FILE");
   CLI::Option* json = app.add_flag_callback(
@@ -50,8 +52,11 @@ bool Run(int argc, char** argv) {
   AddMachiningCommands(app, settings);
   AddExchangeCommands(app, settings);
   AddBackUpCommands(app, settings);
+  AddHelpCommands(app);
   app.get_formatter()->label("SUBCOMMAND", "VERB");
-  for (CLI::App* verb : app.get_subcommands({})) verb->group("Verbs");
+  for (CLI::App* verb : app.get_subcommands({})) {
+    if (!verb->get_group().empty()) verb->group("Verbs");
+  }
   app.footer("Example:\n  orxdb create && orxdb types && orxdb list TAP --limit 10");
   try {
     app.parse(argc, argv);

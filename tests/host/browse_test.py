@@ -125,10 +125,45 @@ class Browse(Orxdb):
             done = subprocess.run(line, shell=True, cwd=self.folder, capture_output=True, check=False)
             self.assertEqual((done.returncode, b"orxdb:" in done.stderr), (0, False), line)
             self.assertTrue(done.stdout, line)
+            self.assertEqual(self.ok("help", verb), self.ok(verb, "--help"))
+        self.assertEqual(self.ok("help"), self.ok("--help"))
+        self.fails(2, "no verb 'lst'", "help", "lst")
         libraries = self.json("--version")
         self.assertEqual([(row["Library"], row["Version"]) for row in libraries],
                          [("ORXDB Module", "3.0.0.36"), ("Automation Runtime", "3.0.0.36")])
         self.assertTrue(libraries[0]["File"].endswith("/libORXDB.so"))
+
+    def test_shells_complete_what_the_help_tells(self):
+        options = lambda text: set(re.findall(r"--[a-z]+(?:-[a-z]+)*", text))
+        verbs = re.findall(r"^  (\S+) ", self.ok("--help").split("Verbs:\n")[1].split("\n\n")[0],
+                           re.MULTILINE)
+        common, manual = options(self.ok("--help").split("Verbs:")[0]), self.ok("describe", "man").replace("\\-", "-")
+        sections = dict(re.findall(r"^\.SS (\S+)\n(.*?)(?=^\.S)", manual, re.MULTILINE | re.DOTALL))
+        script = self.folder / "completion"
+        script.write_text(self.ok("describe", "bash"))
+        asked = [[], *([verb, "--"] for verb in verbs), ["--json", "--db", self.database, "list", "tap", "--"],
+                 ["heads", "3", "--unit", ""], ["--db", self.database, "show", "TAPP"], ["show", "x", ""],
+                 ["--db", ""], ["create", "--journal", "d"], ["help", "ty"]]
+        calls = "".join("COMP_WORDS=(orxdb %s); COMP_CWORD=$((${#COMP_WORDS[@]} - 1)); _orxdb; echo ${COMPREPLY[@]}\n"
+                        % (" ".join(map("'{}'".format, line)) or "''") for line in asked)
+        done = subprocess.run(["bash", "-c", f"source {script}\n{calls}"], capture_output=True, check=False,
+                              env={**os.environ, "PATH": f"{PROGRAM.parent}:{os.environ['PATH']}"})
+        self.assertEqual((done.returncode, done.stderr), (0, b""))
+        offered = [set(line.split()) for line in done.stdout.decode().split("\n")]
+        self.assertEqual(offered[0], set(verbs))
+        for verb, offer in zip(verbs, offered[1:]):
+            own = options(self.ok(verb, "--help").split("Options:")[1].split("Example:")[0].split("\n\n")[0])
+            self.assertEqual(offer, own | common, verb)
+            self.assertLessEqual(own - {"--help"}, options(sections[verb]), verb)
+        self.assertEqual(offered[len(verbs) + 1:-1], [
+            offered[1 + verbs.index("list")], {"mm", "in"}, {"TAPPING_HEAD"}, set(), set(), {"delete"}, {"types"}])
+        for shell in "zsh", "fish":
+            script.write_text(self.ok("describe", shell))
+            if shutil.which(shell):
+                self.assertEqual(subprocess.run([shell, "-n", script], check=False).returncode, 0)
+            self.assertLessEqual(common | options(self.ok("list", "--help")) - {"--all"}, {
+                *re.findall(r"--[a-z]+", script.read_text()),
+                *("--" + name for name in re.findall(r" -l (\S+)", script.read_text()))}, shell)
 
     def test_wrong_usage(self):
         for line in ("", "nonsense", "list", "list TAP x", "types --wrong", "list TAP --limit -2",

@@ -165,6 +165,10 @@ class Packaging(unittest.TestCase):
             library, = re.findall("^Library = (/usr/lib.*)", class_file.read_text(), re.MULTILINE)
             self.assertTrue((self.folder / "root" / library[1:]).is_file())
         self.assertFalse(list((self.folder / "root").rglob("*LangExt*")))
+        for place in ("bash-completion/completions/orxdb", "zsh/vendor-completions/_orxdb",
+                      "fish/vendor_completions.d/orxdb.fish", "man/man1/orxdb.1"):
+            text = (self.folder / "root/usr/share" / place).read_text()
+            self.assertTrue("drill" in text and str(BUILD) not in text, place)
 
     def test_readme_quotes_the_examples(self):
         plain = lambda text: "\n".join(line.strip() for line in ["", *text.splitlines(), ""])
