@@ -28,6 +28,7 @@ void AddCreateCommand(CLI::App& app, const Settings& settings);
 void AddBackUpCommands(CLI::App& app, const Settings& settings);
 void AddBrowseCommands(CLI::App& app, const Settings& settings);
 
+void AddFindCommand(CLI::App& app, const Settings& settings);
 void AddPropertyCommands(CLI::App& app, const Settings& settings);
 void AddEditCommands(CLI::App& app, const Settings& settings);
 void AddExchangeCommands(CLI::App& app, const Settings& settings);

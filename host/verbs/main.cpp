@@ -46,6 +46,7 @@ bool Run(int argc, char** argv) {
   app.add_flag("--version", version, "The versions of the libraries in use");
   AddCreateCommand(app, settings);
   AddBrowseCommands(app, settings);
+  AddFindCommand(app, settings);
   AddPropertyCommands(app, settings);
   AddEditCommands(app, settings);
   AddLookupCommands(app, settings);
