@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "database/dialect/Parser.h"
+#include "platform/framework/LetterCase.h"
 
 namespace orxdb {
 namespace {
@@ -110,7 +111,7 @@ bool StandsBehind(const SqlValue& a, const SqlValue& b) {
   const CellView x = CellOf(a);
   const CellView y = CellOf(b);
   if (x.kind == CellView::Kind::Text && y.kind == x.kind) {
-    return FoldedName(x.text) > FoldedName(y.text);
+    return CompareLetters(x.text, y.text) > 0;
   }
   const auto number = [](const CellView& cell) {
     return cell.kind == CellView::Kind::Integer ? static_cast<double>(cell.integer) : cell.real;

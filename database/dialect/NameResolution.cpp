@@ -6,6 +6,7 @@
 
 #include "database/dialect/Lexer.h"
 #include "database/dialect/Operations.h"
+#include "database/dialect/TextRanges.h"
 
 namespace orxdb {
 namespace {
@@ -78,6 +79,7 @@ void NameResolution::Resolve(Expression& expression) {
     Resolve(*field, expression.kind);
   } else if (auto* call = std::get_if<Call>(&expression.node)) {
     Resolve(*call, expression.kind);
+    AddTextRanges(expression);
   } else if (auto* rows = std::get_if<std::unique_ptr<Select>>(&expression.node)) {
     Resolve(**rows);
     const auto& columns = (*rows)->parts.front().columns;

@@ -55,6 +55,8 @@ inline constexpr auto kOperations = [] {
       {">", 2, Condition, "($1 > $k2)"},
       {"<=", 2, Condition, "($1 <= $k2)"},
       {">=", 2, Condition, "($1 >= $k2)"},
+      {"IN RANGE FROM", 2, Condition, "($1 COLLATE NOCASE >= $2)"},
+      {"IN RANGE BELOW", 2, Condition, "($1 COLLATE NOCASE < $2)"},
       {"IS NULL", 1, Condition, "($1 IS NULL)"},
       {"IS NOT NULL", 1, Condition, "($1 IS NOT NULL)"},
       {"LIKE", 2, Condition, "orx_like($2, $t1)"},
@@ -134,7 +136,10 @@ inline constexpr auto kOperations = [] {
       {"condition as value", 1, Number, "-($1)"},
       {"value as condition", 1, Condition, "$1"},
       {"as text", 1, Text, "orx_text($1)"},
-      {"as compared", 1, Text, "$1 COLLATE NOCASE"},
+      // Where a text of letters A to Z and signs is compared, letters of other alphabets do not
+      // matter: then the engine's own rule gives the same, and has its index in the file.
+      {"as compared", 1, Text, "$1 COLLATE orx_letters"},
+      {"as compared with plain letters", 1, Text, "$1 COLLATE NOCASE"},
       // Without the word MATERIALIZED SQLite puts the inner expressions into the outer ones, as
       // often as these name them: a few levels would be enough to use up all memory.
       {"rows of select", 1, Unknown, "(WITH orx_rows AS MATERIALIZED ($1) SELECT * FROM orx_rows)"},

@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "database/dialect/Lexer.h"
+#include "database/dialect/TextRanges.h"
 
 namespace orxdb {
 namespace {
@@ -18,10 +19,17 @@ constexpr const Operation& kConditionAsValue = OperationNamed("condition as valu
 constexpr const Operation& kValueAsCondition = OperationNamed("value as condition");
 constexpr const Operation& kAsText = OperationNamed("as text");
 constexpr const Operation& kAsCompared = OperationNamed("as compared");
+constexpr const Operation& kAsComparedPlainly = OperationNamed("as compared with plain letters");
 constexpr const Operation& kRowsOfSelect = OperationNamed("rows of select");
 
 bool IsText(const Expression& expression) {
   return expression.kind == ValueKind::Text;
+}
+
+/// Whether the first operand is compared with plain literals alone, or is one.
+bool ComparesPlainly(const std::vector<Expression>& operands) {
+  return IsPlainLiteral(operands.front()) ||
+         std::all_of(operands.begin() + 1, operands.end(), IsPlainLiteral);
 }
 
 }  // namespace
@@ -142,7 +150,7 @@ void Writer::Operand(char role, const Expression& operand, const std::vector<Exp
   } else if (role == 't' && !IsText(operand)) {
     Wrap(kAsText, [&] { Value(operand); });
   } else if (role == 'k' && std::any_of(all.begin(), all.end(), IsText)) {
-    Wrap(kAsCompared, [&] { Value(operand); });
+    Wrap(ComparesPlainly(all) ? kAsComparedPlainly : kAsCompared, [&] { Value(operand); });
   } else {
     Value(operand);
   }

@@ -10,9 +10,9 @@
 #include <sqlite3.h>
 #include <string>
 
-#include "database/dialect/SqlText.h"
 #include "database/engine/TextSearch.h"
 #include "platform/framework/DaoException.h"
+#include "platform/framework/LetterCase.h"
 
 namespace orxdb {
 namespace {
@@ -118,8 +118,8 @@ void Remainder(sqlite3_context* context, sqlite3_value** arguments) {
 
 /// InStr(start, text, part), letter case aside.
 void InString(sqlite3_context* context, sqlite3_value** arguments) {
-  const std::string text = FoldedName(TextOf(arguments[1]));
-  const std::string part = FoldedName(TextOf(arguments[2]));
+  const std::string text = FoldLetters(TextOf(arguments[1]));
+  const std::string part = FoldLetters(TextOf(arguments[2]));
   sqlite3_result_int64(context, PlaceOf(part, text, sqlite3_value_int64(arguments[0])));
 }
 
@@ -190,6 +190,12 @@ void Call(sqlite3_context* context, int count, sqlite3_value** arguments) {
   }
 }
 
+/// The dialect's order of texts, for statements alone: no file may need it.
+int CompareTexts(void*, int leftSize, const void* left, int rightSize, const void* right) {
+  return CompareLetters({static_cast<const char*>(left), static_cast<std::size_t>(leftSize)},
+                        {static_cast<const char*>(right), static_cast<std::size_t>(rightSize)});
+}
+
 }  // namespace
 
 void RegisterDialectFunctions(sqlite3* database) {
@@ -201,6 +207,9 @@ void RegisterDialectFunctions(sqlite3* database) {
         &Call, nullptr, nullptr, nullptr);
     if (code != SQLITE_OK) throw CDaoException(DaoError::Engine, sqlite3_errmsg(database));
   }
+  const int code = sqlite3_create_collation_v2(database, "orx_letters", SQLITE_UTF8, nullptr,
+                                               &CompareTexts, nullptr);
+  if (code != SQLITE_OK) throw CDaoException(DaoError::Engine, sqlite3_errmsg(database));
 }
 
 bool IsDialectFunction(std::string_view foldedName) noexcept {

@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "platform/framework/DaoException.h"
+#include "platform/framework/LetterCase.h"
 
 namespace orxdb {
 namespace {
@@ -28,26 +29,12 @@ class Work {
 
 // --- Patterns
 
-/// The character at a place, and where the next one begins. A stray byte counts as a character.
-struct Character {
-  char32_t code = 0;
-  std::size_t next = 0;
-};
-
-Character CharacterAt(std::string_view text, std::size_t at) {
-  const auto lead = static_cast<unsigned char>(text[at]);
-  const std::size_t length = lead >= 0xf0 ? 4 : lead >= 0xe0 ? 3 : lead >= 0xc0 ? 2 : 1;
-  if (length == 1 || at + length > text.size()) {
-    const bool upper = lead >= 'A' && lead <= 'Z';
-    return {static_cast<char32_t>(upper ? lead + 32 : lead), at + 1};
-  }
-  char32_t code = lead & (0xffU >> (length + 1));
-  for (std::size_t i = 1; i < length; ++i) {
-    const auto byte = static_cast<unsigned char>(text[at + i]);
-    if ((byte & 0xc0U) != 0x80U) return {lead, at + 1};
-    code = (code << 6U) | (byte & 0x3fU);
-  }
-  return {code, at + length};
+/// The character at a place, in the case in which characters are compared.
+TextCharacter FoldedAt(std::string_view text, std::size_t at) {
+  const auto byte = static_cast<unsigned char>(text[at]);
+  if (byte < 0x80) return {byte >= 'A' && byte <= 'Z' ? byte + 32U : byte, at + 1};
+  const TextCharacter character = CharacterAt(text, at);
+  return {FoldLetter(character.code), character.next};
 }
 
 /// One pattern element other than `*`: whether it takes the character, and where the next begins.
@@ -65,9 +52,9 @@ Element MatchList(std::string_view pattern, std::size_t at, char32_t code, Work&
   if (close == pattern.size()) return {false, close};
   bool member = false;
   while (i < close) {
-    const Character low = CharacterAt(pattern, i);
-    Character high = low;
-    if (low.next + 1 < close && pattern[low.next] == '-') high = CharacterAt(pattern, low.next + 1);
+    const TextCharacter low = FoldedAt(pattern, i);
+    TextCharacter high = low;
+    if (low.next + 1 < close && pattern[low.next] == '-') high = FoldedAt(pattern, low.next + 1);
     member = member || (code >= low.code && code <= high.code);
     i = high.next;
   }
@@ -83,7 +70,7 @@ Element MatchElement(std::string_view pattern, std::size_t at, char32_t code, Wo
     case '[':
       return MatchList(pattern, at, code, work);
     default: {
-      const Character literal = CharacterAt(pattern, at);
+      const TextCharacter literal = FoldedAt(pattern, at);
       return {literal.code == code, literal.next};
     }
   }
@@ -105,7 +92,7 @@ bool MatchesPattern(std::string_view pattern, std::string_view text) {
       starText = t;
       continue;
     }
-    const Character character = CharacterAt(text, t);
+    const TextCharacter character = FoldedAt(text, t);
     if (p < pattern.size()) {
       const Element element = MatchElement(pattern, p, character.code, work);
       if (element.matches) {

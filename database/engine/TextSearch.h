@@ -11,9 +11,9 @@ namespace orxdb {
 // Searches in UTF-8 texts. All but patterns take linear time.
 
 /// LIKE of the dialect: `*` any run, `?` any character, `#` a digit, `[list]` and `[!list]` one
-/// character of (or not of) a list with ranges; letters A to Z match in either case. A bracket
-/// that is never closed matches nothing. Raises `Engine` for a search whose steps have nothing to
-/// do with the length of the texts any more.
+/// character of (or not of) a list with ranges; letters of all alphabets match in either case. A
+/// bracket that is never closed matches nothing. Raises `Engine` for a search whose steps have
+/// nothing to do with the length of the texts any more.
 bool MatchesPattern(std::string_view pattern, std::string_view text);
 
 /// The place of the first `part` that begins at or behind the character `start`, in characters

@@ -6,6 +6,7 @@
 
 #include "host/library/NewFile.h"
 #include "host/library/TextMatch.h"
+#include "platform/framework/LetterCase.h"
 #include "platform/framework/Text.h"
 
 namespace orxdb {
@@ -83,7 +84,7 @@ Answer StockMaterialsLike(ToolDatabase& database, const std::string& text) {
   std::erase_if(answer.rows, [&words](const std::vector<Cell>& row) {
     return !std::ranges::all_of(words, [&row](const std::string& word) {
       return std::ranges::any_of(row, [&word](const Cell& cell) {
-        return cell.kind == Cell::Kind::Text && HasWord(Folded(cell.text), word);
+        return cell.kind == Cell::Kind::Text && HasWord(FoldLetters(cell.text), word);
       });
     });
   });

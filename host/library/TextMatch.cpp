@@ -1,6 +1,7 @@
 #include "host/library/TextMatch.h"
 
 #include "platform/automation/Ascii.h"
+#include "platform/framework/LetterCase.h"
 
 namespace orxdb {
 namespace {
@@ -52,7 +53,7 @@ std::vector<std::string> WordsOf(std::string_view text) {
   std::vector<std::string> words;
   while (!(text = Trim(text, kBlanks)).empty()) {
     const std::size_t end = std::min(text.find_first_of(kBlanks), text.size());
-    words.push_back(Folded(text.substr(0, end)));
+    words.push_back(FoldLetters(text.substr(0, end)));
     text.remove_prefix(end);
   }
   return words;

@@ -1,4 +1,6 @@
 #include <algorithm>
+#include <clocale>
+#include <cwctype>
 #include <fstream>
 #include <gtest/gtest.h>
 #include <random>
@@ -9,6 +11,7 @@
 #include "platform/framework/Exception.h"
 #include "platform/framework/ExecutablePath.h"
 #include "platform/framework/FileSystem.h"
+#include "platform/framework/LetterCase.h"
 #include "platform/framework/Library.h"
 #include "platform/framework/MessageBox.h"
 #include "platform/framework/ModuleState.h"
@@ -88,6 +91,40 @@ TEST(FileSystem, IsToldFromTheSystemsList) {
   }
   EXPECT_EQ(FileSystemOf(folder / "x", "/nowhere").type, "");
   EXPECT_EQ(FileSystemOf("/proc/self/maps").type, "proc");
+}
+
+TEST(LetterCase, FoldsAsTheSystemKnowsLetters) {
+  const locale_t locale = newlocale(LC_CTYPE_MASK, "C.UTF-8", nullptr);
+  ASSERT_NE(locale, nullptr);
+  int folded = 0;
+  for (std::uint32_t code = 0; code < 0x110000; ++code) {
+    const std::uint32_t fold = FoldLetter(code);
+    EXPECT_EQ(std::uint32_t{FoldLetter(fold)}, fold) << code;
+    if (fold != code) {
+      ++folded;
+      const auto alike = LettersLike(code);
+      EXPECT_EQ(std::ranges::count(alike, code) + std::ranges::count(alike, fold), 2) << code;
+      EXPECT_TRUE(std::ranges::all_of(alike, [&](char32_t c) { return FoldLetter(c) == fold; }));
+    }
+    for (auto* const other : {towlower_l, towupper_l}) {
+      const auto counterpart = static_cast<char32_t>(other(code, locale));
+      if ((counterpart < 0x80) != (code < 0x80)) continue;  // Kelvin, long s, Turkish letters
+      EXPECT_EQ(std::uint32_t{FoldLetter(counterpart)}, fold) << code;
+    }
+    if (code < 0xd800 || code > 0xdfff) {
+      const std::string text = Utf8Of(code);
+      EXPECT_EQ(std::uint32_t{CharacterAt(text, 0).code}, code);
+      EXPECT_EQ(FoldLetters(text + "A" + text), Utf8Of(fold) + "a" + Utf8Of(fold));
+    }
+  }
+  EXPECT_GT(folded, 1400);
+  freelocale(locale);
+  for (const char* stray :
+       {"\x80", "\xff", "\xc1\x81", "\xe0\x81\x81", "\xf4\x90\x80\x80", "\xc3"}) {
+    EXPECT_EQ(CharacterAt(stray, 0).next, 1u) << "part of no character";
+    EXPECT_EQ(FoldLetters(stray), stray);
+    EXPECT_GT(CompareLetters(stray, "\U0010ffff"), 0);
+  }
 }
 
 TEST(ModuleState, GivesTextsAndEndsOnEveryWayOut) {
