@@ -119,10 +119,7 @@ class ToolReader {
       throw HostError(property.name + ": there is no " + Cited(text) + ". There are: " + known +
                       '.');
     }
-    // The component looks for the text between apostrophes, and does not double those in it.
-    std::string escaped;
-    for (const char c : choice->text) escaped.append(c == '\'' ? 2 : 1, c);
-    return {property.name, Variant::FromBstr(WidenToBstr(escaped)), *choice};
+    return LookedUp(property.name, choice->text);
   }
 
   ToolDatabase& m_database;
@@ -146,6 +143,13 @@ std::vector<Assignments> ReadTools(ToolDatabase& database, const std::string& ta
     tools.push_back(reader.Read(description, others));
   }
   return tools;
+}
+
+Assignment LookedUp(const std::string& property, const std::string& text) {
+  // The component looks for the text between apostrophes, and does not double those in it.
+  std::string escaped;
+  for (const char c : text) escaped.append(c == '\'' ? 2 : 1, c);
+  return {property, Variant::FromBstr(WidenToBstr(escaped)), Cell::Text(text)};
 }
 
 ToolProperties ArraysOf(const Assignments& tool) {

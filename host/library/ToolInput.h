@@ -26,6 +26,9 @@ using Assignments = std::vector<Assignment>;
 std::vector<Assignments> ReadTools(ToolDatabase& database, const std::string& table,
                                    const std::vector<std::string>& words, std::istream& input);
 
+/// A text of the list of a looked-up property.
+Assignment LookedUp(const std::string& property, const std::string& text);
+
 /// The property arrays of a description.
 ToolProperties ArraysOf(const Assignments& tool);
 

@@ -32,6 +32,7 @@ void AddFindCommand(CLI::App& app, const Settings& settings);
 void AddPropertyCommands(CLI::App& app, const Settings& settings);
 void AddEditCommands(CLI::App& app, const Settings& settings);
 void AddExchangeCommands(CLI::App& app, const Settings& settings);
+void AddImportCommand(CLI::App& app, const Settings& settings);
 void AddLookupCommands(CLI::App& app, const Settings& settings);
 void AddMachiningCommands(CLI::App& app, const Settings& settings);
 

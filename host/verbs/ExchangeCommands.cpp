@@ -1,9 +1,8 @@
-// export, import: tools as text files.
+// export: tools as text files.
 #include <CLI/CLI.hpp>
 #include <memory>
 
 #include "host/transfer/Export.h"
-#include "host/transfer/Import.h"
 #include "host/verbs/CommonArguments.h"
 #include "host/verbs/ProgressBar.h"
 #include "host/verbs/Show.h"
@@ -16,7 +15,6 @@ struct ExchangeOptions {
   std::string table;
   std::string file;
   std::string folder;
-  bool dryRun = false;
 };
 
 Answer Export(const Settings& settings, const ExchangeOptions& options) {
@@ -30,12 +28,6 @@ Answer Export(const Settings& settings, const ExchangeOptions& options) {
   }
   return ExportTable(database, database.TableNamed(options.table), NativePath(options.file),
                      std::ref(progress));
-}
-
-Answer Import(const Settings& settings, const ExchangeOptions& options) {
-  ProgressBar progress;
-  return (options.dryRun ? TryImport : ImportFile)(settings.database, options.file,
-                                                   std::ref(progress));
 }
 
 }  // namespace
@@ -59,18 +51,6 @@ void AddExchangeCommands(CLI::App& app, const Settings& settings) {
       "Example:\n  orxdb export TAP taps.txt\n  orxdb export --all backup");
   out->callback(
       [&settings, exported] { Show(settings.format, Shape::Rows, Export(settings, *exported)); });
-
-  CLI::App* in = app.add_subcommand("import", "Add the tools of an exported file");
-  const auto imported = std::make_shared<ExchangeOptions>();
-  in->add_option("FILE", imported->file, "The file; it names the table")->required()->type_name("");
-  in->add_flag("--dry-run", imported->dryRun, "Try it on a copy of the database");
-  in->footer(
-      "Tools that the table holds already are not added again. An import ends at the first\n"
-      "line that the database cannot compare with its tools, such as one without a value for a\n"
-      "number. The code is 1 unless all tools of the file are then in the table.\n\n"
-      "Example:\n  orxdb export TAP taps.txt && orxdb import taps.txt --dry-run");
-  in->callback(
-      [&settings, imported] { Show(settings.format, Shape::Record, Import(settings, *imported)); });
 }
 
 }  // namespace orxdb

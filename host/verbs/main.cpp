@@ -54,6 +54,7 @@ bool Run(int argc, char** argv) {
   AddExchangeCommands(app, settings);
   AddBackUpCommands(app, settings);
   AddHelpCommands(app);
+  AddImportCommand(app, settings);
   app.get_formatter()->label("SUBCOMMAND", "VERB");
   for (CLI::App* verb : app.get_subcommands({})) {
     if (!verb->get_group().empty()) verb->group("Verbs");

@@ -33,7 +33,7 @@ class Exchange(Orxdb):
 
     def imports(self, path, *arguments):
         """Records, added, present, passed over, refused, not read; then code and messages."""
-        code, output, error = self.db("import", path, "--tsv", *arguments)
+        code, output, error = self.db("import", path, "--strict", "--tsv", *arguments)
         table, *numbers, tools = output.splitlines()[1].split("\t")
         if "--dry-run" not in arguments:
             self.assertEqual(self.rows(f"SELECT count(*) FROM {table}"), [[int(tools)]])
@@ -103,20 +103,20 @@ class Exchange(Orxdb):
                 (good.replace("1.0", "2.0"), "version '2.0'"), (good.replace("by_table", "by_query"), "query"),
                 (good.replace("=TAP", "=tap"), "'tap', which"), (good.replace('"', ""), "names no fields"))):
             path.write_text(text)
-            self.fails(1, words, "import", path, *["--dry-run"][:number % 2])
-        self.fails(1, "No such file", "import", self.folder / "none")
-        self.fails(1, "is a folder", "import", self.folder)
+            self.fails(1, words, "import", path, "--strict", *["--dry-run"][:number % 2])
+        self.fails(1, "No such file", "import", self.folder / "none", "--strict")
+        self.fails(1, "is a folder", "import", self.folder, "--strict")
         self.assertEqual(self.database.read_bytes(), before)
         self.sql("PRAGMA journal_mode = DELETE")
         with closing(sqlite3.connect(self.database, isolation_level=None)) as other:
             other.execute("BEGIN EXCLUSIVE")
-            self.fails(1, "cannot be copied: another program is using the database.", "import", self.file(line("N1", 1)), "--dry-run")
+            self.fails(1, "cannot be copied: another program is using the database.", "import", self.file(line("N1", 1)), "--strict", "--dry-run")
 
     def test_interrupted_dry_runs_leave_no_copy(self):
         path, scratch = self.file("".join(line(f"K{i}", i) for i in range(3000))), self.folder / "s"
         scratch.mkdir()
         for end in (signal.SIGINT, signal.SIGTERM):
-            with self.start("import", path, "--dry-run", env={**os.environ, "TMPDIR": str(scratch)}) as host:
+            with self.start("import", path, "--strict", "--dry-run", env={**os.environ, "TMPDIR": str(scratch)}) as host:
                 while host.poll() is None and not list(scratch.glob("*/tools.mdb-wal")):
                     time.sleep(0.01)
                 host.send_signal(end)
@@ -143,7 +143,7 @@ class Exchange(Orxdb):
             numbers_left.append(len(left))
             return left
         for _ in range(int(os.environ.get("ORXDB_KILL_ROUNDS", "2"))):
-            left = killed("import", path)
+            left = killed("import", path, "--strict")
             self.assertEqual(left, whole[:len(left)])
             self.assertEqual(self.imports(path), ([200, 200 - len(left), len(left), 0, 0, 0], 0, ""))
             left = killed("delete", "TAP", *(tool for tool, in tools("ID")))
@@ -154,7 +154,7 @@ class Exchange(Orxdb):
     def test_imports_at_once_add_every_tool_once(self):
         count = int(os.environ.get("ORXDB_SHARING_TOOLS", "400"))
         path = self.file("".join(line(f"K{i}", i) for i in range(count)))
-        hosts = [self.start("import", path) for _ in range(4)]
+        hosts = [self.start("import", path, "--strict") for _ in range(4)]
         new = json.dumps([{"Name": f"T{i}"} for i in range(count // 10)]).encode()
         code, _, error = self.db("add", "TAP", "-", input=new)
         self.assertEqual((code, error, [host.wait() for host in hosts]), (0, "", [0] * 4))
