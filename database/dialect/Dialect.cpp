@@ -69,7 +69,14 @@ SelectText TranslateSelect(std::string_view text, SourceColumns& sources) {
   select.body = writer.Take();
   for (const OrderItem& item : tree.order) {
     writer.OrderTerm(item.value);
-    select.order.push_back({writer.Take(), item.descending, ""});
+    OrderTerm& term = select.order.emplace_back();
+    term.expression = writer.Take();
+    term.descending = item.descending;
+    const auto* const field = std::get_if<FieldName>(&item.value.node);
+    if (!select.wholeSource || field == nullptr || item.value.kind != ValueKind::Text) continue;
+    term.field = field->name;
+    writer.PlainOrderTerm(item.value);
+    term.plain = writer.Take();
   }
   if (query.top) select.limit = " LIMIT " + std::to_string(*query.top);
   return select;

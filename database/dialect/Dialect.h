@@ -37,6 +37,10 @@ struct OrderTerm {
   SqlText expression;
   bool descending = false;
   std::string nulls;  ///< "", "FIRST" or "LAST"
+  /// Of a text field of the whole source: its name, and the term by the engine's own rule for
+  /// texts, in whose order an index may be. Without letters beyond A to Z it is the same order.
+  std::string field;
+  SqlText plain;
 
   /// The term as SQL, or the term that gives the opposite order.
   SqlText Sql(bool reversed) const;

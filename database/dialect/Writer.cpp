@@ -76,6 +76,10 @@ void Writer::OrderTerm(const Expression& expression) {
   }
 }
 
+void Writer::PlainOrderTerm(const Expression& expression) {
+  Wrap(kAsComparedPlainly, [&] { Value(expression); });
+}
+
 void Writer::Value(const Expression& expression) {
   if (expression.kind != ValueKind::Condition) {
     Plain(expression);

@@ -18,6 +18,8 @@ class Writer {
   /// A SELECT without its outermost ordering and limit.
   void Rows(const Select& select) { Rows(select, false); }
   void OrderTerm(const Expression& expression);
+  /// The term of a text by the engine's own rule.
+  void PlainOrderTerm(const Expression& expression);
 
   /// What has been written since it was taken last.
   SqlText Take();

@@ -66,6 +66,14 @@ void Like(sqlite3_context* context, sqlite3_value** arguments) {
   sqlite3_result_int(context, MatchesPattern(TextOf(arguments[0]), TextOf(arguments[1])) ? 1 : 0);
 }
 
+/// Whether a text has bytes of letters beyond A to Z.
+void Beyond(sqlite3_context* context, sqlite3_value** arguments) {
+  const std::string_view text = TextOf(arguments[0]);
+  sqlite3_result_int(context, std::ranges::any_of(text, [](char c) {
+                       return (static_cast<unsigned char>(c) & 0x80U) != 0;
+                     }));
+}
+
 void Text(sqlite3_context* context, sqlite3_value** arguments) {
   if (sqlite3_value_type(arguments[0]) != SQLITE_FLOAT) {
     Answer(context, TextOf(arguments[0]));
@@ -162,6 +170,7 @@ struct Function {
 };
 
 constexpr std::array kFunctions = {Function{"orx_like", 2, Like},
+                                   Function{"orx_beyond", 1, Beyond},
                                    Function{"orx_text", 1, Text},
                                    Function{"orx_val", 1, Val},
                                    Function{"orx_floor", 1, Floor},

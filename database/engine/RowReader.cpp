@@ -83,9 +83,21 @@ std::vector<std::int64_t> RowReader::ReadKeys(const SqlText& sql) const {
   return keys;
 }
 
+/// The query in the same order, but by the engine's own rule where that gives the same: an index
+/// may have it, while texts with letters beyond A to Z must be sorted.
+SelectText RowReader::WithOrderOfIndexes() const {
+  SelectText select = m_select;
+  for (OrderTerm& term : select.order) {
+    if (!term.field.empty() && !HasAny({"orx_beyond(q." + Quoted(term.field) + ")", {}})) {
+      term.expression = term.plain;
+    }
+  }
+  return select;
+}
+
 std::vector<std::int64_t> RowReader::ReadKeys() const {
-  return ReadKeys(
-      Select(m_key, m_select.Ordered(false, std::to_string(m_source.keyField + 1)), {}));
+  return ReadKeys(Select(
+      m_key, WithOrderOfIndexes().Ordered(false, std::to_string(m_source.keyField + 1)), {}));
 }
 
 std::vector<std::int64_t> RowReader::ReadKeys(const Criteria& criteria) const {

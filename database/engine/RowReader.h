@@ -61,6 +61,7 @@ class RowReader {
  private:
   SqlText Select(const std::string& columns, const SqlText& rows, const Criteria& criteria) const;
   std::vector<std::int64_t> ReadKeys(const SqlText& sql) const;
+  SelectText WithOrderOfIndexes() const;
 
   Connection& m_connection;
   const SelectText& m_select;

@@ -107,6 +107,19 @@ TEST_F(LetterCaseTest, TextsAreFoundAndOrderedAlike) {
   }
 }
 
+TEST_F(LetterCaseTest, WholeTablesAreInOrderWhateverTheyHold) {
+  const auto mills = Open("SELECT * FROM MILL ORDER BY Coating DESC, Name");
+  for (const auto& [added, order] :
+       {std::pair("('b'), ('B2'), ('a'), ('Zz')", "'a'|'b'|'B2'|'Zz'|"),
+        {"('z'), ('Ø'), ('ø1'), ('Ä'), ('äb')", "'a'|'b'|'B2'|'z'|'Zz'|'Ä'|'äb'|'Ø'|'ø1'|"}}) {
+    Execute("INSERT INTO MILL (Name) VALUES " + std::string(added));
+    mills->Requery();
+    std::string names;
+    for (; !mills->IsEOF(); mills->MoveNext()) names += Show(mills->GetFieldValue("Name")) + "|";
+    EXPECT_EQ(names, order);
+  }
+}
+
 TEST_F(LetterCaseTest, IndexesOfOtherProgramsAreUsed) {
   struct NoSources : SourceColumns {
     std::vector<ScopeColumn> ColumnsOf(const std::string&) override { return {}; }
