@@ -85,8 +85,8 @@ struct IOrxDbLibrary : public IDispatch {
   /// working with it; an open group of changes is not in the copy. Without a write-ahead log others
   /// that write wait until the pages are copied. The copy, a single file without a log, is read
   /// through and found in order before it gets its name: a file of that name is always whole.
-  /// E_FAIL when there is a file of that name already, unless `bReplace`; a database that anybody
-  /// has open is never replaced. Either path separator serves.
+  /// E_FAIL when there is a file of that name already, unless `bReplace`; a database that
+  /// somebody is seen to have open is never replaced. Either path separator serves.
   virtual HRESULT STDMETHODCALLTYPE BackUp(BSTR bstrNewFile, VARIANT_BOOL bReplace) = 0;
 };
 

@@ -100,7 +100,7 @@ void BackUpDatabase(const fs::path& source, const fs::path& target, bool replace
   OnFiles([&] {
     if (fs::exists(target)) {
       if (!replace) Raise(target.string() + " is there already");
-      RequireUnused(target, false);
+      RequireUnused(target, true);
     }
     NewFile copy(target);
     CopyDatabase(source, copy.Path());

@@ -47,7 +47,7 @@ Journal JournalOf(const std::filesystem::path& file);
 void SetJournal(const std::filesystem::path& file, Journal journal);
 
 /// Gives a copy of a database, checked, its name only when it is whole. A file of that name is
-/// replaced if `replace` says so and nobody has it open, and raises CDaoException else.
+/// replaced if `replace` says so and nobody is seen to have it open, and raises CDaoException else.
 void BackUpDatabase(const std::filesystem::path& source, const std::filesystem::path& target,
                     bool replace);
 

@@ -129,7 +129,8 @@ class BackUp(Orxdb):
         self.fails(1, "network folder", "create", share / "new.mdb", "--journal", "wal", **network)
         # Nobody can tell who has it open on which machine, but for those who use a log.
         copy = share / "copy.mdb"
-        self.assertEqual(self.db("backup", copy, "--db", here, **network)[0], 0)
+        for again in [], ["--force"]:
+            self.assertEqual(self.db("backup", copy, *again, "--db", here, **network)[0], 0)
         for verb in (("restore", copy), ("create", there, "--force")):
             self.fails(1, "nobody can tell", *verb, "--db", there, **network)
         self.assertEqual(self.db("restore", copy, "--force", "--db", there, **network)[0], 0)
