@@ -199,7 +199,7 @@ UnderstoodTool Understanding::Read(const ToolDraft& draft) {
   }
   tool.table = TableOf(draft, tool);
   if (tool.table.empty()) return tool;
-  DraftReading(*this, KindOf(tool.table), draft, tool);
+  const DraftReading reading(*this, KindOf(tool.table), draft, tool);
   if (tool.values.empty() && tool.reasons.empty()) {
     tool.reasons.push_back("None of its columns is a property of the tools of " + tool.table + '.');
   }
