@@ -154,7 +154,7 @@ DraftImport::Table& DraftImport::TableOf(const std::string& name) {
     for (const std::string& property : m_options.match) {
       match.push_back(PropertyNamed(name, property, properties).name);
     }
-    table = std::make_unique<Table>(Table{KnownTools(m_database, name), std::move(match)});
+    table = std::make_unique<Table>(m_database, name, std::move(match));
   }
   return *table;
 }

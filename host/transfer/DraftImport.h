@@ -4,6 +4,7 @@
 #include <map>
 #include <memory>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "host/library/Answer.h"
@@ -41,6 +42,9 @@ class DraftImport {
     UnderstoodTool tool;
   };
   struct Table {
+    Table(ToolDatabase& database, const std::string& name, std::vector<std::string> properties)
+        : known(database, name), match(std::move(properties)) {}
+
     KnownTools known;
     std::vector<std::string> match;
   };

@@ -57,14 +57,16 @@ class Understanding::Kind {
 /// One draft while it is being understood.
 class Understanding::DraftReading {
  public:
-  DraftReading(Understanding& all, Kind& kind, const ToolDraft& draft, UnderstoodTool& tool)
-      : m_all(all), m_kind(kind), m_tool(tool) {
+  DraftReading(Understanding& all, Kind& kind, UnderstoodTool& tool)
+      : m_all(all), m_kind(kind), m_tool(tool) {}
+
+  void Run(const ToolDraft& draft) {
     for (const DraftValue& value : draft.values) Place(value);
     FindUnit(draft);
     for (const auto& [value, column] : m_placed) {
       if (column.property->name != kUnit) Read(*value, column);
     }
-    if (m_unitless && tool.reasons.empty()) ++all.m_unitless[tool.table];
+    if (m_unitless && m_tool.reasons.empty()) ++m_all.m_unitless[m_tool.table];
   }
 
  private:
@@ -199,7 +201,7 @@ UnderstoodTool Understanding::Read(const ToolDraft& draft) {
   }
   tool.table = TableOf(draft, tool);
   if (tool.table.empty()) return tool;
-  const DraftReading reading(*this, KindOf(tool.table), draft, tool);
+  DraftReading(*this, KindOf(tool.table), tool).Run(draft);
   if (tool.values.empty() && tool.reasons.empty()) {
     tool.reasons.push_back("None of its columns is a property of the tools of " + tool.table + '.');
   }
