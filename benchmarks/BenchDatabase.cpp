@@ -11,6 +11,7 @@
 
 #include "interface/KnownNames.h"
 #include "platform/automation/Variant.h"
+#include "platform/framework/Text.h"
 
 namespace {
 
@@ -185,7 +186,8 @@ std::string BenchDatabaseCopy(std::int64_t tools) {
 
 PlainDatabase OpenPlain(const std::string& path) {
   sqlite3* handle = nullptr;
-  if (sqlite3_open_v2(path.c_str(), &handle, SQLITE_OPEN_READWRITE, nullptr) != SQLITE_OK) {
+  if (sqlite3_open_v2(path.c_str(), &handle, SQLITE_OPEN_READWRITE | SQLITE_OPEN_NOMUTEX,
+                      nullptr) != SQLITE_OK) {
     throw std::runtime_error("cannot open " + path);
   }
   return PlainDatabase(handle);
@@ -203,15 +205,17 @@ std::int64_t ReadRow(sqlite3_stmt* row) {
   std::int64_t sum = 0;
   const int columns = sqlite3_column_count(row);
   for (int i = 0; i < columns; ++i) {
-    switch (sqlite3_column_type(row, i)) {
+    // One call finds the column, the others read what was found.
+    sqlite3_value* value = sqlite3_column_value(row, i);
+    switch (sqlite3_value_type(value)) {
       case SQLITE_INTEGER:
-        sum += sqlite3_column_int64(row, i);
+        sum += sqlite3_value_int64(value);
         break;
       case SQLITE_FLOAT:
-        sum += static_cast<std::int64_t>(sqlite3_column_double(row, i));
+        sum += static_cast<std::int64_t>(sqlite3_value_double(value));
         break;
       case SQLITE_TEXT:
-        sum += sqlite3_column_text(row, i)[0] + sqlite3_column_bytes(row, i);
+        sum += sqlite3_value_text(value)[0] + sqlite3_value_bytes(value);
         break;
       default:
         break;
@@ -220,32 +224,49 @@ std::int64_t ReadRow(sqlite3_stmt* row) {
   return sum;
 }
 
+orxdb::Bstr TextOf(sqlite3_stmt* row, int column) {
+  sqlite3_value* value = sqlite3_column_value(row, column);
+  const auto* text = reinterpret_cast<const char*>(sqlite3_value_text(value));
+  return orxdb::WidenToBstr({text, static_cast<std::size_t>(sqlite3_value_bytes(value))});
+}
+
+std::int64_t BuildValues(sqlite3_stmt* row) {
+  using namespace orxdb;
+  const int count = sqlite3_column_count(row);
+  const SafeArray values = SafeArray::Vector(VT_VARIANT, static_cast<ULONG>(count));
+  const ArrayAccess<VARIANT> value(values.get());
+  for (int i = 0; i < count; ++i) {
+    VARIANT& field = value[static_cast<std::size_t>(i)];
+    sqlite3_value* column = sqlite3_column_value(row, i);
+    switch (sqlite3_value_type(column)) {
+      case SQLITE_INTEGER:
+        field.vt = VT_I4;
+        field.lVal = sqlite3_value_int(column);
+        break;
+      case SQLITE_FLOAT:
+        field.vt = VT_R8;
+        field.dblVal = sqlite3_value_double(column);
+        break;
+      case SQLITE_TEXT:
+        field.vt = VT_BSTR;
+        field.bstrVal = TextOf(row, i).detach();
+        break;
+      default:
+        field.vt = VT_NULL;
+    }
+  }
+  benchmark::DoNotOptimize(values.get());
+  return count;
+}
+
 std::int64_t BuildArrays(sqlite3_stmt* row) {
   using namespace orxdb;
   const auto count = static_cast<ULONG>(sqlite3_column_count(row));
   const SafeArray names = SafeArray::Vector(VT_BSTR, count);
-  const SafeArray values = SafeArray::Vector(VT_VARIANT, count);
   const ArrayAccess<BSTR> name(names.get());
-  const ArrayAccess<VARIANT> value(values.get());
   for (ULONG i = 0; i < count; ++i) {
-    const int column = static_cast<int>(i);
-    name[i] = SysAllocString(static_cast<const OLECHAR*>(sqlite3_column_name16(row, column)));
-    switch (sqlite3_column_type(row, column)) {
-      case SQLITE_INTEGER:
-        value[i] = Variant::FromI4(sqlite3_column_int(row, column)).detach();
-        break;
-      case SQLITE_FLOAT:
-        value[i] = Variant::FromR8(sqlite3_column_double(row, column)).detach();
-        break;
-      case SQLITE_TEXT:
-        value[i] =
-            Variant::FromText(static_cast<const OLECHAR*>(sqlite3_column_text16(row, column)))
-                .detach();
-        break;
-      default:
-        value[i].vt = VT_NULL;
-    }
+    name[i] = WidenToBstr(sqlite3_column_name(row, static_cast<int>(i))).detach();
   }
-  benchmark::DoNotOptimize(values.get());
-  return static_cast<std::int64_t>(count);
+  benchmark::DoNotOptimize(names.get());
+  return BuildValues(row);
 }

@@ -5,6 +5,8 @@
 #include <sqlite3.h>
 #include <string>
 
+#include "platform/automation/Bstr.h"
+
 /// The walked tool table: 38 fields in its stored query, two of them looked up in other tables.
 inline constexpr const char* kBenchTable = "BENCH_MILL";
 inline constexpr const char* kBenchQuery = "Q_BENCH_MILL";
@@ -27,11 +29,16 @@ struct FinalizeStatement {
 };
 using PlainStatement = std::unique_ptr<sqlite3_stmt, FinalizeStatement>;
 
-/// The plain twin's connection, opened as the component opens its own.
+/// The plain twin's connection, opened as the component opens its own: without SQLite's locks, for
+/// one thread.
 PlainDatabase OpenPlain(const std::string& path);
 PlainStatement Prepare(sqlite3* database, const std::string& sql);
 /// Reads every column of the current row by its type, as a careful program would.
 std::int64_t ReadRow(sqlite3_stmt* row);
-/// Makes the current row a pair of property arrays, as a program that hands them on would, and
-/// gives the number of fields.
+/// Makes the current row an array of values, as a program that hands them on would, and gives the
+/// number of fields.
+std::int64_t BuildValues(sqlite3_stmt* row);
+/// The same beside an array of the columns' names.
 std::int64_t BuildArrays(sqlite3_stmt* row);
+/// A text column as a counted string.
+orxdb::Bstr TextOf(sqlite3_stmt* row, int column);

@@ -31,24 +31,22 @@ double Median(std::vector<double> values) {
 
 /// One side of a comparison: how long each run took outside synchronisations, and those.
 struct Side {
-  std::int64_t Run(const std::function<std::int64_t()>& work) {
+  std::int64_t Run(const Work& work) {
+    if (work.prepare) work.prepare();
     TakeSyncTimes();
     const auto begin = Clock::now();
-    const std::int64_t items = work();
+    const std::int64_t items = work.run();
     const double time = std::chrono::duration<double>(Clock::now() - begin).count();
     const std::vector<double> waited = TakeSyncTimes();
     times.push_back(time - std::reduce(waited.begin(), waited.end()));
-    syncs.insert(syncs.end(), waited.begin(), waited.end());
-    return items;
+    syncs += waited.size();
+    return work.result ? work.result() : items;
   }
-  /// The time of a run when every synchronisation takes as long.
-  double Time(double sync) const {
-    return Median(times) +
-           sync * static_cast<double>(syncs.size()) / static_cast<double>(times.size());
-  }
+  /// How often a run synchronised.
+  double Syncs() const { return static_cast<double>(syncs) / static_cast<double>(times.size()); }
 
   std::vector<double> times;
-  std::vector<double> syncs;
+  std::size_t syncs = 0;
 };
 
 /// A line of the process's status, in kilobytes.
@@ -60,10 +58,11 @@ double StatusKilobytes(const std::string& name) {
   return 0;
 }
 
-double PeakKilobytes(const std::function<std::int64_t()>& work) {
+double PeakKilobytes(const Work& work) {
+  if (work.prepare) work.prepare();
   std::ofstream("/proc/self/clear_refs") << 5;  // the peak begins anew
   const double before = StatusKilobytes("VmRSS");
-  work();
+  work.run();
   return std::max(0.0, StatusKilobytes("VmHWM") - before);
 }
 
@@ -104,12 +103,18 @@ std::int64_t WalkTools(IOrxDbObj& object, const std::string& where, const std::s
   return tools;
 }
 
-void Compare(benchmark::State& state, double limit, const std::function<std::int64_t()>& plain,
-             const std::function<std::int64_t()>& component) {
+double MedianMilliseconds(const std::function<std::int64_t()>& work) {
+  Side side;
+  for (double total = 0; total < 0.5; total += side.times.back()) side.Run(work);
+  return Median(side.times) * 1000;
+}
+
+void Compare(benchmark::State& state, double limit, const Work& plain, const Work& component,
+             Durable durable) {
+  Side().Run(plain);
+  Side().Run(component);
   Side plainSide;
   Side side;
-  plain();
-  component();
   std::int64_t items = 0;
   for (auto _ : state) {
     const std::int64_t expected = plainSide.Run(plain);
@@ -121,13 +126,16 @@ void Compare(benchmark::State& state, double limit, const std::function<std::int
     items += count;
     state.SetIterationTime(side.times.back());
   }
-  std::vector<double> syncs = plainSide.syncs;
-  syncs.insert(syncs.end(), side.syncs.begin(), side.syncs.end());
-  const double sync = syncs.empty() ? 0 : Median(syncs);
+  if (durable == Durable::Yes && (plainSide.syncs == 0 || side.syncs == 0)) {
+    state.SkipWithError("a durable change was not seen to synchronise");
+    return;
+  }
+  const double plainTime = Median(plainSide.times);
   state.SetItemsProcessed(items);
-  state.counters["plain_ms"] = plainSide.Time(sync) * 1000;
-  state.counters["ratio"] = side.Time(sync) / plainSide.Time(sync);
-  state.counters["sync_ms"] = sync * 1000;
+  state.counters["plain_ms"] = plainTime * 1000;
+  state.counters["ratio"] = Median(side.times) / plainTime;
+  state.counters["plain_syncs"] = plainSide.Syncs();
+  state.counters["syncs"] = side.Syncs();
   state.counters["limit"] = limit;
   state.counters["peak_kb"] = PeakKilobytes(component);
 }

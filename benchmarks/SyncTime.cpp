@@ -23,7 +23,9 @@ std::vector<double> TakeSyncTimes() {
   return std::exchange(g_times, {});
 }
 
-// Libraries that the program loads find these before the system's.
+// Libraries that the program loads find these before the system's, as long as they are visible.
+#pragma GCC visibility push(default)
+
 extern "C" int fsync(int file) {
   return Timed(SYS_fsync, file);
 }
@@ -31,3 +33,5 @@ extern "C" int fsync(int file) {
 extern "C" int fdatasync(int file) {
   return Timed(SYS_fdatasync, file);
 }
+
+#pragma GCC visibility pop

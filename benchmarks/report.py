@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""Runs the benchmarks and prints a table: work, size, time, ratio to plain SQLite, limit, ok.
+"""Runs the benchmarks and prints a table: work, size, times, ratio to plain SQLite, limit, ok.
 
 usage: report.py PROGRAM [--filter REGEX] [--min-time SECONDS]
 
@@ -23,8 +23,10 @@ def rows(results):
         else:
             figures = ("", "", result["bytes_per_tool"])
         size = parts.pop().removeprefix("rows:")
-        peak = f"{result['peak_kb']:.0f} kB" if "peak_kb" in result else ""
-        yield " ".join(parts), f"{int(size):,}", *figures, limit, peak
+        bare = f"{result['bare_ms']:.4g} ms" if "bare_ms" in result else ""
+        syncs = f"{result['syncs']:g} : {result['plain_syncs']:g}" if result.get("plain_syncs") else ""
+        peak = f"{result['peak_kb']:.0f} kB" if result.get("peak_kb") else ""
+        yield " ".join(parts), f"{int(size):,}", *figures, bare, syncs, limit, peak
 
 
 def main():
@@ -37,12 +39,12 @@ def main():
                            f"--benchmark_min_time={options.min_time}", "--benchmark_format=json"],
                           stdout=subprocess.PIPE, stderr=subprocess.DEVNULL, check=True)
     over = 0
-    print("| work | size | component | plain | ratio | limit | ok | peak |")
-    print("|---|--:|--:|--:|--:|--:|---|--:|")
-    for work, size, time, plain, ratio, limit, peak in rows(json.loads(done.stdout)["benchmarks"]):
+    print("| work | size | component | plain | ratio | bare | syncs | limit | ok | peak |")
+    print("|---|--:|--:|--:|--:|--:|--:|--:|---|--:|")
+    for work, size, time, plain, ratio, bare, syncs, limit, peak in rows(json.loads(done.stdout)["benchmarks"]):
         ok = ratio <= limit
         over += not ok
-        print(f"| {work} | {size} | {time} | {plain} | {ratio:.2f} | {limit:g} | "
+        print(f"| {work} | {size} | {time} | {plain} | {ratio:.2f} | {bare} | {syncs} | {limit:g} | "
               f"{'ok' if ok else 'OVER'} | {peak} |")
     return 1 if over else 0
 
