@@ -11,9 +11,9 @@ namespace {
 /// `plain` is the twin's condition where it is not the same: a plus keeps it from an index whose
 /// hits it would visit in random order, or would have to sort by key, as the component gives them.
 struct Walk {
-  const char* where;
-  const char* order;
-  double limit;
+  const char* where = "";
+  const char* order = "";
+  double limit = 0;
   const char* plain = where;
 };
 

@@ -24,7 +24,7 @@ def rows(results):
             figures = ("", "", result["bytes_per_tool"])
         size = parts.pop().removeprefix("rows:")
         bare = f"{result['bare_ms']:.4g} ms" if "bare_ms" in result else ""
-        syncs = f"{result['syncs']:g} : {result['plain_syncs']:g}" if result.get("plain_syncs") else ""
+        syncs = f"{result['syncs']:.3g} : {result['plain_syncs']:.3g}" if result.get("plain_syncs") else ""
         peak = f"{result['peak_kb']:.0f} kB" if result.get("peak_kb") else ""
         yield " ".join(parts), f"{int(size):,}", *figures, bare, syncs, limit, peak
 
