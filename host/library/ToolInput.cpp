@@ -145,11 +145,14 @@ std::vector<Assignments> ReadTools(ToolDatabase& database, const std::string& ta
   return tools;
 }
 
+std::string WithApostrophesDoubled(const std::string& text) {
+  std::string doubled;
+  for (const char c : text) doubled.append(c == '\'' ? 2 : 1, c);
+  return doubled;
+}
+
 Assignment LookedUp(const std::string& property, const std::string& text) {
-  // The component looks for the text between apostrophes, and does not double those in it.
-  std::string escaped;
-  for (const char c : text) escaped.append(c == '\'' ? 2 : 1, c);
-  return {property, Variant::FromBstr(WidenToBstr(escaped)), Cell::Text(text)};
+  return {property, Variant::FromBstr(WidenToBstr(WithApostrophesDoubled(text))), Cell::Text(text)};
 }
 
 ToolProperties ArraysOf(const Assignments& tool) {

@@ -26,6 +26,9 @@ using Assignments = std::vector<Assignment>;
 std::vector<Assignments> ReadTools(ToolDatabase& database, const std::string& table,
                                    const std::vector<std::string>& words, std::istream& input);
 
+/// The text for where the component sets it between apostrophes, and does not double those in it.
+std::string WithApostrophesDoubled(const std::string& text);
+
 /// A text of the list of a looked-up property.
 Assignment LookedUp(const std::string& property, const std::string& text);
 

@@ -26,6 +26,13 @@ CLI::Option* RequireName(CLI::Option* file) {
       ""));
 }
 
+std::optional<LONG> AsIdentifier(const std::string& word) {
+  LONG id = 0;
+  const char* end = word.data() + word.size();
+  const auto [stop, error] = std::from_chars(word.data(), end, id);
+  return error == std::errc() && stop == end ? std::optional(id) : std::nullopt;
+}
+
 CLI::Option* AddNumber(CLI::App& verb, const std::string& name, double& number,
                        const std::string& description) {
   const auto read = [&number, name](const std::string& text) {

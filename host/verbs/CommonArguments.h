@@ -1,6 +1,7 @@
 // Arguments that several verbs have.
 #pragma once
 
+#include <optional>
 #include <string>
 #include <utility>
 
@@ -20,6 +21,9 @@ std::pair<ToolDatabase, std::string> OpenTable(const Settings& settings, const s
 
 /// Has the command line refuse an empty name of a file for wrong usage.
 CLI::Option* RequireName(CLI::Option* file);
+
+/// The word as the identifier of a tool, if it is one.
+std::optional<LONG> AsIdentifier(const std::string& word);
 
 /// An argument or option that takes a finite number with a full stop.
 CLI::Option* AddNumber(CLI::App& verb, const std::string& name, double& number,

@@ -1,6 +1,5 @@
 // show, name, defaults, fields: the properties of tools.
 #include <CLI/CLI.hpp>
-#include <charconv>
 #include <iostream>
 #include <memory>
 
@@ -21,14 +20,6 @@ struct NameOptions {
   std::string table;
   std::vector<std::string> words;
 };
-
-/// The word as the identifier of a tool, if it is one.
-std::optional<LONG> AsIdentifier(const std::string& word) {
-  LONG id = 0;
-  const char* end = word.data() + word.size();
-  const auto [stop, error] = std::from_chars(word.data(), end, id);
-  return error == std::errc() && stop == end ? std::optional(id) : std::nullopt;
-}
 
 std::string CheckNameWord(const std::string& word) {
   return AsIdentifier(word) ? "" : CheckInputWord(word);

@@ -168,6 +168,8 @@ class Browse(Orxdb):
     def test_wrong_usage(self):
         for line in ("", "nonsense", "list", "list TAP x", "types --wrong", "list TAP --limit -2",
                      "types --json --csv", "add TAP", "add TAP Name", "add TAP =x", "set TAP x Name=y",
+                     "set TAP Name=y", "set TAP 5", "set TAP 5 Name=x --where ID=5", "delete TAP",
+                     "delete TAP 5 --where ID=5", "copy TAP",
                      "delete TAP 5x", "show TAP 99999999999", "name TAP x", "export TAP", "export",
                      "export TAP x --all y", "import", "heads 6 --unit MM", "drill-feed 3,5",
                      "factor T25 nan", "heads 1e999", "feeds REAMING_FS --hardness 200", "picture TAP"):

@@ -125,31 +125,31 @@ class Exchange(Orxdb):
     def test_killed_verbs_leave_whole_tools_and_are_completed(self):
         whole = [[f"K{i}", i, f"c{i}"] for i in range(200)]
         path = self.file("".join(line(*tool) for tool in whole), names=("Name", "Diameter", "Comment"))
-        chance, numbers_left = random.Random(), []
+        chance, running = random.Random(), []
 
         def tools(what="Name, Diameter, Comment"):
             return self.rows(f"SELECT {what} FROM TAP WHERE Name LIKE 'K%' ORDER BY ID")
 
         def killed(*verb):
-            """What is left when a verb was killed after some of its tools."""
-            before, enough = len(tools()), chance.randrange(1, 150)
+            """What is left when a verb was killed at some moment."""
+            before = len(tools())
             with self.start(*verb) as host:
-                while abs(len(seen := tools()) - before) < enough and host.poll() is None:
-                    time.sleep(chance.uniform(0, 0.01))
+                time.sleep(chance.uniform(0, 0.3))
+                seen = tools()
+                running.append(host.poll() is None)
                 host.kill()
             self.assertEqual(self.rows("PRAGMA integrity_check"), [["ok"]])
             left = tools()
             self.assertGreaterEqual(abs(len(left) - before), abs(len(seen) - before), "what was seen stays")
-            numbers_left.append(len(left))
             return left
         for _ in range(int(os.environ.get("ORXDB_KILL_ROUNDS", "2"))):
             left = killed("import", path, "--strict")
             self.assertEqual(left, whole[:len(left)])
             self.assertEqual(self.imports(path), ([200, 200 - len(left), len(left), 0, 0, 0], 0, ""))
             left = killed("delete", "TAP", *(tool for tool, in tools("ID")))
-            self.assertEqual(left, whole[200 - len(left):])
+            self.assertIn(left, ([], whole), "deleted in one go")
             self.sql("DELETE FROM TAP WHERE Name LIKE 'K%'")
-        self.assertTrue(any(0 < number < 200 for number in numbers_left))
+        self.assertTrue(any(running))
 
     def test_imports_at_once_add_every_tool_once(self):
         count = int(os.environ.get("ORXDB_SHARING_TOOLS", "400"))
